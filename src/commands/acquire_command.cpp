@@ -1,0 +1,71 @@
+#include "tovak/acquire_command.h"
+
+#include <string>
+
+#include "commands/option_text.h"
+#include "platform/console.h"
+
+AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters) {}
+
+AcquireCommand::~AcquireCommand() = default;
+
+void AcquireCommand::addSupportedParameters() {
+  supportedParameters.emplace_back("-l", "--local");
+  supportedParameters.emplace_back("-m", "--machine-type");
+  supportedParameters.emplace_back("--meta-only", "");
+  supportedParameters.emplace_back("-o", "--os");
+  supportedParameters.emplace_back("-L", "--latest");
+  supportedParameters.emplace_back("-i", "--id");
+  supportedParameters.emplace_back("-r", "--report");
+  supportedParameters.emplace_back("--proxy-address", "");
+  supportedParameters.emplace_back("--proxy-user", "");
+  supportedParameters.emplace_back("--proxy-port", "");
+  supportedParameters.emplace_back("--proxy-password", "");
+  supportedParameters.emplace_back("--no-proxy", "");
+  supportedParameters.emplace_back("--xml", "");
+  supportedParameters.emplace_back("-u", "--unattended");
+  supportedParameters.emplace_back("--ignore-req", "");
+}
+
+bool AcquireCommand::translateParameters() {
+  addCommand("update acquire");
+  if (!translateHasValueParameter("-l", "--local", "--dir")) {
+    return false;
+  }
+  // An explicit ID list overrides the machine filter and the request for the latest updates.
+  const bool byId = parameters->isSetParameter("-i", "--id");
+  if (byId) {
+    addParameter("--scope", "individual");
+  } else if (!translateHasValueParameter("-m", "--machine-type", "--mt") ||
+             !translateHasValueParameter("-o", "--os", "--ostype")) {
+    return false;
+  }
+  if (!translateNoValueParameter("--meta-only", "", "--metaonly")) {
+    return false;
+  }
+  if (parameters->isSetParameter("-L", "--latest")) {
+    if (!parameters->getParameterValue("-L", "--latest").empty()) {
+      tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
+      return false;
+    }
+    if (!parameters->isSetParameter("-i", "--id")) {
+      addParameter("--scope", "latest");
+    }
+  }
+  if (!translateHasValueParameter("-i", "--id", "--includeid") ||
+      !translateNoValueParameter("-r", "--report", "--report") ||
+      !translateNoValueParameter("--xml", "", "--xml") ||
+      !translateNoValueParameter("--ignore-req", "", "--noreq")) {
+    return false;
+  }
+  if (!parameters->isSetParameter("--proxy-address", "")) {
+    return tovak::checkAddressGiven(*parameters, "--proxy-address",
+                                    {"--proxy-port", "--proxy-user", "--proxy-password"});
+  }
+  const std::string address = tovak::longOptionValue(*parameters, "--proxy-address");
+  const std::string port = tovak::longOptionValue(*parameters, "--proxy-port");
+  const std::string user = tovak::longOptionValue(*parameters, "--proxy-user");
+  const std::string password = tovak::longOptionValue(*parameters, "--proxy-password");
+  addParameter("--proxy", tovak::credentialValue(user, password, address) + ":" + port);
+  return true;
+}

@@ -1,0 +1,45 @@
+#include "commands/option_text.h"
+
+#include <string>
+
+#include "platform/console.h"
+
+namespace tovak {
+
+namespace {
+
+std::string bothNames(const std::string& parameter1, const std::string& parameter2) {
+  return parameter2.empty() ? parameter1 : parameter1 + " or " + parameter2;
+}
+
+}  // namespace
+
+std::string carryValueMessage(const std::string& parameter1, const std::string& parameter2) {
+  return "The parameter " + bothNames(parameter1, parameter2) + " can not carry value. ";
+}
+
+std::string emptyValueMessage(const std::string& parameter1, const std::string& parameter2) {
+  return "The parameter value of " + bothNames(parameter1, parameter2) + " can not be empty. ";
+}
+
+std::string credentialValue(const std::string& user, const std::string& password,
+                            const std::string& address) {
+  return user + ":" + password + "@" + address;
+}
+
+std::string longOptionValue(Parameters& parameters, const std::string& name) {
+  return parameters.getParameterValue(name, std::string());
+}
+
+bool checkAddressGiven(Parameters& parameters, const std::string& address,
+                       std::initializer_list<const char*> credentials) {
+  for (const char* credential : credentials) {
+    if (parameters.isSetParameter(credential, std::string())) {
+      writeLine("The parameter: " + address + " need specify. ");
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace tovak

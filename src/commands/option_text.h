@@ -1,0 +1,33 @@
+// Pieces of text and checks that several translators share: the two option messages, the
+// "user:password@address" value and the rule that credentials need their address.
+#ifndef TOVAK_COMMANDS_OPTION_TEXT_H
+#define TOVAK_COMMANDS_OPTION_TEXT_H
+
+#include <initializer_list>
+#include <string>
+
+#include "tovak/parameters.h"
+
+namespace tovak {
+
+// "The parameter -x or --xx can not carry value. " (without " or ..." for an empty second name).
+std::string carryValueMessage(const std::string& parameter1, const std::string& parameter2);
+
+// "The parameter value of -x or --xx can not be empty. " (likewise).
+std::string emptyValueMessage(const std::string& parameter1, const std::string& parameter2);
+
+// user ":" password "@" address, joined without blanks.
+std::string credentialValue(const std::string& user, const std::string& password,
+                            const std::string& address);
+
+// The value of an option that has only a long form.
+std::string longOptionValue(Parameters& parameters, const std::string& name);
+
+// For a line without the address option: credentials alone mean nothing and are refused
+// with "The parameter: <address> need specify. "; true when none of them is given.
+bool checkAddressGiven(Parameters& parameters, const std::string& address,
+                       std::initializer_list<const char*> credentials);
+
+}  // namespace tovak
+
+#endif  // TOVAK_COMMANDS_OPTION_TEXT_H

@@ -1,0 +1,32 @@
+#include "tovak/quenmark_command.h"
+
+#include <string>
+
+#include "commands/option_text.h"
+
+QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameters) {}
+
+QuenmarkCommand::~QuenmarkCommand() = default;
+
+void QuenmarkCommand::addSupportedParameters() {
+  supportedParameters.emplace_back("-s", "--scan");
+  supportedParameters.emplace_back("--vq-address", "");
+  supportedParameters.emplace_back("--vq-user", "");
+  supportedParameters.emplace_back("--vq-password", "");
+}
+
+bool QuenmarkCommand::translateParameters() {
+  // Without the scan flag the line has no subcommand and starts with the blank of its
+  // first option; scripts rely on it being run all the same.
+  if (parameters->isSetParameter("-s", "--scan")) {
+    addCommand("update scan");
+  }
+  if (!parameters->isSetParameter("--vq-address", "")) {
+    return tovak::checkAddressGiven(*parameters, "--vq-address", {"--vq-user", "--vq-password"});
+  }
+  const std::string address = tovak::longOptionValue(*parameters, "--vq-address");
+  const std::string user = tovak::longOptionValue(*parameters, "--vq-user");
+  const std::string password = tovak::longOptionValue(*parameters, "--vq-password");
+  addParameter("--zul", tovak::credentialValue(user, password, address));
+  return true;
+}

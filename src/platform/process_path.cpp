@@ -1,0 +1,62 @@
+#include "tovak/process_path.h"
+
+#include <dlfcn.h>
+#include <limits.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+constexpr std::size_t kPathBufferSize = 4096;
+
+// "/opt/t/launcher" gives "/opt/t/"; a text without "/" stays whole.
+std::string directoryOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? path : path.substr(0, slash + 1);
+}
+
+bool isBareFileName(const char* name) {
+  return name[0] != '\0' && name[0] != '.' && name[0] != '/';
+}
+
+// realpath() wants room for PATH_MAX bytes; that is the 4096-byte buffer on Linux.
+static_assert(PATH_MAX <= kPathBufferSize, "realpath buffer too small");
+
+}  // namespace
+
+std::string GetCurProcessPath() { return GetCurProcessPathLin(); }
+
+std::string GetCurProcessPathLin() {
+  char linkPath[32];
+  std::snprintf(linkPath, sizeof linkPath, "/proc/%d/exe", static_cast<int>(getpid()));
+  char target[kPathBufferSize];
+  const ssize_t length = readlink(linkPath, target, sizeof target);
+  // An unreadable link, or one that fills the whole buffer and may be cut short, gives no
+  // directory rather than a wrong one.
+  if (length <= 0 || static_cast<std::size_t>(length) >= sizeof target) {
+    return std::string();
+  }
+  return directoryOf(std::string(target, static_cast<std::size_t>(length)));
+}
+
+std::string GetModulePathLin(void* address) {
+  Dl_info info{};
+  if (dladdr(address, &info) == 0) {
+    return std::string();
+  }
+  const char* name = info.dli_fname != nullptr ? info.dli_fname : "";
+  // A bare file name is taken to lie beside the executable.
+  if (isBareFileName(name)) {
+    return directoryOf(GetCurProcessPathLin());
+  }
+  char resolved[kPathBufferSize];
+  if (realpath(name, resolved) == nullptr) {
+    return std::string();
+  }
+  return directoryOf(resolved);
+}
+
+std::string GetSysTempPath() { return "/tmp/"; }
