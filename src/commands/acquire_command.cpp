@@ -10,6 +10,7 @@ AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters)
 AcquireCommand::~AcquireCommand() = default;
 
 void AcquireCommand::addSupportedParameters() {
+  supportedParameters.reserve(supportedParameters.size() + 15);
   supportedParameters.emplace_back("-l", "--local");
   supportedParameters.emplace_back("-m", "--machine-type");
   supportedParameters.emplace_back("--meta-only", "");

@@ -12,6 +12,7 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
+  supportedParameters.reserve(supportedParameters.size() + 16);
   supportedParameters.emplace_back("-F", "--firmware");
   supportedParameters.emplace_back("-D", "--drivers");
   supportedParameters.emplace_back("-f", "--force");

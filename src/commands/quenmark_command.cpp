@@ -9,6 +9,7 @@ QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameter
 QuenmarkCommand::~QuenmarkCommand() = default;
 
 void QuenmarkCommand::addSupportedParameters() {
+  supportedParameters.reserve(supportedParameters.size() + 4);
   supportedParameters.emplace_back("-s", "--scan");
   supportedParameters.emplace_back("--vq-address", "");
   supportedParameters.emplace_back("--vq-user", "");

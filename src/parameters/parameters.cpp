@@ -31,11 +31,61 @@ std::string_view nameOf(std::string_view token) {
   return std::string_view();
 }
 
-bool isNamedBy(std::string_view token, std::string_view name) { return nameOf(token) == name; }
+// Equal texts; option names share their leading dashes, so the last byte is compared first
+// and settles most mismatches without a call to memcmp.
+bool sameText(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a.empty() || (a.back() == b.back() && a.compare(b) == 0));
+}
+
+// An option name prepared once per query and then compared with every token, so that the
+// name is not cut out of each token again for every question.
+class NameMatcher {
+ public:
+  explicit NameMatcher(std::string_view name) : name_(name), kind_(kindOf(name)) {}
+
+  // Whether the token's option name is this name.
+  bool matches(std::string_view token) const {
+    switch (kind_) {
+      case Kind::kShort:
+        return sameText(token, name_);  // a short option is never split at "="
+      case Kind::kLong: {
+        const std::size_t n = name_.size();
+        // The cheap test first: a long option is the name alone or the name and "=".
+        return token.size() >= n && (token.size() == n || token[n] == '=') &&
+               token[n - 1] == name_[n - 1] && token.compare(0, n, name_) == 0;
+      }
+      case Kind::kEmpty:
+        return nameOf(token).empty();
+      case Kind::kNone:
+        break;
+    }
+    return false;
+  }
+
+  // The text after "=" when the token is this long option with a value.
+  bool carriesValue(std::string_view token) const {
+    return kind_ == Kind::kLong && token.size() > name_.size() && matches(token);
+  }
+
+ private:
+  enum class Kind { kShort, kLong, kEmpty, kNone };
+
+  // A name with "=" or without a leading dash is the name of no token.
+  static Kind kindOf(std::string_view name) {
+    if (isSingleDash(name)) return Kind::kShort;
+    if (isDoubleDash(name)) {
+      return name.find('=') == std::string_view::npos ? Kind::kLong : Kind::kNone;
+    }
+    return name.empty() ? Kind::kEmpty : Kind::kNone;
+  }
+
+  std::string_view name_;
+  Kind kind_;
+};
 
 bool inTable(std::string_view name, const SupportedParameterTable& table) {
   for (const auto& row : table) {
-    if (name == row.first || name == row.second) {
+    if (sameText(name, row.first) || sameText(name, row.second)) {
       return true;
     }
   }
@@ -47,15 +97,15 @@ bool inTable(std::string_view name, const SupportedParameterTable& table) {
 std::string_view valueOf(const std::vector<std::string>& tokens, std::string_view name) {
   if (isSingleDash(name)) {
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-      if (tokens[i] == name && !startsWithDash(tokens[i + 1])) {
+      if (sameText(tokens[i], name) && !startsWithDash(tokens[i + 1])) {
         return tokens[i + 1];
       }
     }
   } else if (isDoubleDash(name)) {
+    const NameMatcher matcher(name);
     for (const std::string& token : tokens) {
-      const std::size_t equals = token.find('=');
-      if (equals != std::string::npos && isNamedBy(token, name)) {
-        return std::string_view(token).substr(equals + 1);
+      if (matcher.carriesValue(token)) {
+        return std::string_view(token).substr(name.size() + 1);
       }
     }
   }
@@ -161,9 +211,10 @@ bool Parameters::isSetParameter(std::string parameter1, std::string parameter2) 
     tovak::writeLine(" The parameter2 should start with dash!");
     return false;
   }
+  const NameMatcher first(parameter1);
+  const NameMatcher second(parameter2);
   for (const std::string& token : parameterList) {
-    const std::string_view name = nameOf(token);
-    if (name == parameter1 || (!parameter2.empty() && name == parameter2)) {
+    if (first.matches(token) || (!parameter2.empty() && second.matches(token))) {
       return true;
     }
   }
@@ -189,7 +240,8 @@ bool Parameters::checkSupportedParameters(SupportedParameterTable& table) {
     }
   }
   for (const auto& row : table) {
-    if (!valueOf(parameterList, row.first).empty() &&
+    // A row without a second form cannot carry two values; skip its scan.
+    if (!row.second.empty() && !valueOf(parameterList, row.first).empty() &&
         !valueOf(parameterList, row.second).empty()) {
       tovak::writeLine("Can not set \"" + row.first + "\" and \"" + row.second +
                        "\" at the same time.");

@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Launch overhead of build/bin/tovak against the bare shell.
+
+Runs tovak on a typical line against the stand-in Fendix and, alternately in the same run,
+tovak_system_floor, which only calls system() with the same full command. Prints the median
+wall time of each and their ratio.
+
+    python3 bench/launch_overhead.py [--runs N] [--bin build/bin]
+"""
+import argparse
+import os
+import statistics
+import subprocess
+import sys
+import time
+
+LINE = ["compare", "-F", "-l", "/srv/repo", "-m", "7X21", "--xml"]
+TRANSLATED = "update compare --type fw --dir /srv/repo --mt 7X21 --xml --output /var/log/Zantor_Support/"
+
+
+def timed(command):
+    start = time.perf_counter_ns()
+    subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
+    return time.perf_counter_ns() - start
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--runs", type=int, default=400)
+    parser.add_argument("--bin", default=os.path.join(os.path.dirname(__file__), "..", "build", "bin"))
+    args = parser.parse_args()
+    bin_dir = os.path.realpath(args.bin)
+    tovak = [os.path.join(bin_dir, "tovak")] + LINE
+    floor = [os.path.join(bin_dir, "tovak_system_floor"), bin_dir + "/./Fendix " + TRANSLATED]
+    for _ in range(20):  # warm the page cache and the dynamic loader
+        timed(tovak)
+        timed(floor)
+    launcher, bare = [], []
+    for _ in range(args.runs):
+        launcher.append(timed(tovak))
+        bare.append(timed(floor))
+    median_launcher = statistics.median(launcher) / 1000.0
+    median_bare = statistics.median(bare) / 1000.0
+    print(f"tovak (library + system): median {median_launcher:.1f} us over {args.runs} runs")
+    print(f"system() alone:           median {median_bare:.1f} us over {args.runs} runs")
+    print(f"launch overhead ratio:    {median_launcher / median_bare:.3f}")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
