@@ -4,6 +4,20 @@ function(tovak_configure_target target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic
                          $<$<BOOL:${TOVAK_WARNINGS_AS_ERRORS}>:-Werror>)
+  tovak_instrument(${target})
+endfunction()
+
+# Sanitizers (and the fuzzer's coverage hooks) go on every target, the library's objects and
+# every program that loads them, so that one runtime sees all of the code.
+function(tovak_instrument target)
+  if(TOVAK_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${TOVAK_SANITIZE}
+                           -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${TOVAK_SANITIZE})
+  endif()
+  if(TOVAK_BUILD_FUZZER)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # Puts a program into the shared output directory, beside the library and the stand-in tool.

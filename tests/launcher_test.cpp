@@ -87,6 +87,32 @@ TEST(LauncherTest, RunsLegacyLinesThroughFendix) {
   }
 }
 
+TEST(LauncherTest, CarriesOneHundredThousandTokens) {
+  std::vector<std::string> arguments{"compare"};
+  for (int i = 0; i < 50000; ++i) {
+    arguments.push_back(i % 2 == 0 ? "-F" : "-D");
+    arguments.push_back("--local=/srv/repo");
+  }
+  const ChildResult result = runChild(binPath() + "tovak", arguments);
+  EXPECT_EQ(result.out, launched("update compare --type fw --type dd --dir /srv/repo --output "
+                                 "/var/log/Zantor_Support/",
+                                 with({"update", "compare", "--type", "fw", "--type", "dd",
+                                       "--dir", "/srv/repo"})));
+  EXPECT_EQ(result.exitCode, 0);
+}
+
+TEST(LauncherTest, LineBeyondTheKernelsArgumentLimitGetsTheShellsStatus) {
+  // Each value fits in one argument of the launcher; the translated line holds both and is
+  // longer than the kernel takes for the shell's one command argument.
+  const std::string ids(100000, '7');
+  const ChildResult result = runChild(binPath() + "tovak", {"co", "-f", ids, "-o", ids});
+  const std::string line = "update compare --forceid " + ids + " --forceid " + ids +
+                           " --output /var/log/Zantor_Support/";
+  EXPECT_EQ(result.out, "The translated command is: \n" + binPath() + "./Fendix " + line +
+                            "\nThe fendx return code is: 32512\n");
+  EXPECT_EQ(result.exitCode, 127);
+}
+
 TEST(LauncherTest, MapsStatusesToExitCodes) {
   struct Case {
     int status, exitCode;
