@@ -150,6 +150,9 @@ TEST(ParametersTest, QueriesInEitherFormWithTheirMessages) {
        "Warning: Should not set \"--machine-type\" and \"-m\" at the same time.\n"
        "Using \"--machine-type\" this time.\n"},
       {{"--xml"}, "--xml", "", true, "", "", ""},
+      {{"-", "x", "--a=b"}, "-", "", false, "", "", ""},
+      {{"--a=b", "-"}, "--a=b", "--a", true, "b", "", ""},
+      {{"--a=b"}, "--a=b", "", false, "", "", ""},
       {{"-m", "a"}, "", "--machine-type", false, "", " The parameter1 should not be empty!\n",
        " The parameter1 should not be empty!\n"},
       {{"-m", "a"}, "m", "", false, "", " The parameter should start with dash!\n",

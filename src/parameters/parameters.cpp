@@ -54,8 +54,6 @@ class NameMatcher {
         return token.size() >= n && (token.size() == n || token[n] == '=') &&
                token[n - 1] == name_[n - 1] && token.compare(0, n, name_) == 0;
       }
-      case Kind::kEmpty:
-        return nameOf(token).empty();
       case Kind::kNone:
         break;
     }
@@ -68,15 +66,15 @@ class NameMatcher {
   }
 
  private:
-  enum class Kind { kShort, kLong, kEmpty, kNone };
+  enum class Kind { kShort, kLong, kNone };
 
-  // A name with "=" or without a leading dash is the name of no token.
+  // A long name with "=", or a text that is not an option name, names no option token.
   static Kind kindOf(std::string_view name) {
     if (isSingleDash(name)) return Kind::kShort;
     if (isDoubleDash(name)) {
       return name.find('=') == std::string_view::npos ? Kind::kLong : Kind::kNone;
     }
-    return name.empty() ? Kind::kEmpty : Kind::kNone;
+    return Kind::kNone;
   }
 
   std::string_view name_;
@@ -214,7 +212,7 @@ bool Parameters::isSetParameter(std::string parameter1, std::string parameter2) 
   const NameMatcher first(parameter1);
   const NameMatcher second(parameter2);
   for (const std::string& token : parameterList) {
-    if (first.matches(token) || (!parameter2.empty() && second.matches(token))) {
+    if (first.matches(token) || second.matches(token)) {
       return true;
     }
   }
