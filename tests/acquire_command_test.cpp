@@ -49,25 +49,19 @@ TEST(AcquireCommandTest, JoinsProxyPartsWithAllSeparators) {
 }
 
 TEST(AcquireCommandTest, RefusesBadValuesAndOptions) {
-  const auto carry = [](const std::string& names) {
-    return "The parameter " + names + " can not carry value. \n";
-  };
-  const auto empty = [](const std::string& names) {
-    return "The parameter value of " + names + " can not be empty. \n";
-  };
   expectTranslations({
-      {{"ac", "-l"}, std::nullopt, empty("-l or --local")},
-      {{"ac", "--local"}, std::nullopt, empty("-l or --local")},
-      {{"ac", "-l", "-L"}, std::nullopt, empty("-l or --local")},
-      {{"ac", "-m"}, std::nullopt, empty("-m or --machine-type")},
-      {{"ac", "--os="}, std::nullopt, empty("-o or --os")},
-      {{"ac", "--meta-only=1"}, std::nullopt, carry("--meta-only")},
-      {{"ac", "-L", "x"}, std::nullopt, carry("-L or --latest")},
-      {{"ac", "-i", "A", "--latest=1"}, std::nullopt, carry("-L or --latest")},
-      {{"ac", "-i"}, std::nullopt, empty("-i or --id")},
-      {{"ac", "-r", "x"}, std::nullopt, carry("-r or --report")},
-      {{"ac", "--xml=1"}, std::nullopt, carry("--xml")},
-      {{"ac", "--ignore-req=1"}, std::nullopt, carry("--ignore-req")},
+      {{"ac", "-l"}, std::nullopt, emptyValueLine("-l or --local")},
+      {{"ac", "--local"}, std::nullopt, emptyValueLine("-l or --local")},
+      {{"ac", "-l", "-L"}, std::nullopt, emptyValueLine("-l or --local")},
+      {{"ac", "-m"}, std::nullopt, emptyValueLine("-m or --machine-type")},
+      {{"ac", "--os="}, std::nullopt, emptyValueLine("-o or --os")},
+      {{"ac", "--meta-only=1"}, std::nullopt, carryValueLine("--meta-only")},
+      {{"ac", "-L", "x"}, std::nullopt, carryValueLine("-L or --latest")},
+      {{"ac", "-i", "A", "--latest=1"}, std::nullopt, carryValueLine("-L or --latest")},
+      {{"ac", "-i"}, std::nullopt, emptyValueLine("-i or --id")},
+      {{"ac", "-r", "x"}, std::nullopt, carryValueLine("-r or --report")},
+      {{"ac", "--xml=1"}, std::nullopt, carryValueLine("--xml")},
+      {{"ac", "--ignore-req=1"}, std::nullopt, carryValueLine("--ignore-req")},
       {{"ac", "--proxy-user=u"}, std::nullopt, kNeedAddress},
       {{"ac", "--proxy-port=8"}, std::nullopt, kNeedAddress},
       {{"ac", "--proxy-password"}, std::nullopt, kNeedAddress},

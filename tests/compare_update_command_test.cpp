@@ -60,30 +60,24 @@ TEST(CompareUpdateCommandTest, BuildsTheRemoteTarget) {
 }
 
 TEST(CompareUpdateCommandTest, RefusesBadValuesAndOptions) {
-  const auto carry = [](const std::string& names) {
-    return "The parameter " + names + " can not carry value. \n";
-  };
-  const auto empty = [](const std::string& names) {
-    return "The parameter value of " + names + " can not be empty. \n";
-  };
   expectTranslations({
-      {{"co", "-F", "x"}, std::nullopt, carry("-F or --firmware")},
-      {{"co", "--drivers=x"}, std::nullopt, carry("-D or --drivers")},
-      {{"co", "-L", "v"}, std::nullopt, "v\n" + carry("-L or --latest")},
-      {{"co", "-e"}, std::nullopt, empty("-e or --exclude")},
-      {{"co", "-f", "-F"}, std::nullopt, empty("-f or --force")},
-      {{"co", "--linuxoverride"}, std::nullopt, empty("-o or --linuxoverride")},
-      {{"co", "-l"}, std::nullopt, empty("-l or --local")},
-      {{"co", "-i"}, std::nullopt, empty("-i or --include")},
-      {{"co", "-m"}, std::nullopt, empty("-m or --machine-type")},
-      {{"co", "--vmware-esxi"}, std::nullopt, empty("--vmware-esxi")},
-      {{"up", "--noinventory=1"}, std::nullopt, carry("--noinventory")},
-      {{"co", "--xml=1"}, std::nullopt, carry("--xml")},
+      {{"co", "-F", "x"}, std::nullopt, carryValueLine("-F or --firmware")},
+      {{"co", "--drivers=x"}, std::nullopt, carryValueLine("-D or --drivers")},
+      {{"co", "-L", "v"}, std::nullopt, "v\n" + carryValueLine("-L or --latest")},
+      {{"co", "-e"}, std::nullopt, emptyValueLine("-e or --exclude")},
+      {{"co", "-f", "-F"}, std::nullopt, emptyValueLine("-f or --force")},
+      {{"co", "--linuxoverride"}, std::nullopt, emptyValueLine("-o or --linuxoverride")},
+      {{"co", "-l"}, std::nullopt, emptyValueLine("-l or --local")},
+      {{"co", "-i"}, std::nullopt, emptyValueLine("-i or --include")},
+      {{"co", "-m"}, std::nullopt, emptyValueLine("-m or --machine-type")},
+      {{"co", "--vmware-esxi"}, std::nullopt, emptyValueLine("--vmware-esxi")},
+      {{"up", "--noinventory=1"}, std::nullopt, carryValueLine("--noinventory")},
+      {{"co", "--xml=1"}, std::nullopt, carryValueLine("--xml")},
       {{"co", "--noinventory"}, std::nullopt, "The parameter: --noinventory is not supported!"},
       {{"co", "-l=/srv"}, std::nullopt, "The parameter: -l=/srv is not supported!"},
       {{"co", "-l", "/a", "--local=/b"}, std::nullopt,
        "Can not set \"-l\" and \"--local\" at the same time.\n"},
-      {{"co", "-s", "-L", "x"}, std::nullopt, kSelectWarning + "x\n" + carry("-L or --latest")},
+      {{"co", "-s", "-L", "x"}, std::nullopt, kSelectWarning + "x\n" + carryValueLine("-L or --latest")},
   });
 }
 

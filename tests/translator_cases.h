@@ -17,6 +17,14 @@ struct TranslatorCase {
   std::string printed;
 };
 
+// The two lines a translator prints for an option with a wrong value, for "-x or --xx".
+inline std::string carryValueLine(const std::string& names) {
+  return "The parameter " + names + " can not carry value. \n";
+}
+inline std::string emptyValueLine(const std::string& names) {
+  return "The parameter value of " + names + " can not be empty. \n";
+}
+
 inline void expectTranslations(const std::vector<TranslatorCase>& cases) {
   for (const TranslatorCase& c : cases) {
     SCOPED_TRACE(::testing::PrintToString(c.words));

@@ -10,22 +10,23 @@ AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters)
 AcquireCommand::~AcquireCommand() = default;
 
 void AcquireCommand::addSupportedParameters() {
-  supportedParameters.reserve(supportedParameters.size() + 15);
-  supportedParameters.emplace_back("-l", "--local");
-  supportedParameters.emplace_back("-m", "--machine-type");
-  supportedParameters.emplace_back("--meta-only", "");
-  supportedParameters.emplace_back("-o", "--os");
-  supportedParameters.emplace_back("-L", "--latest");
-  supportedParameters.emplace_back("-i", "--id");
-  supportedParameters.emplace_back("-r", "--report");
-  supportedParameters.emplace_back("--proxy-address", "");
-  supportedParameters.emplace_back("--proxy-user", "");
-  supportedParameters.emplace_back("--proxy-port", "");
-  supportedParameters.emplace_back("--proxy-password", "");
-  supportedParameters.emplace_back("--no-proxy", "");
-  supportedParameters.emplace_back("--xml", "");
-  supportedParameters.emplace_back("-u", "--unattended");
-  supportedParameters.emplace_back("--ignore-req", "");
+  tovak::appendRows(supportedParameters, {
+      {"-l", "--local"},
+      {"-m", "--machine-type"},
+      {"--meta-only", ""},
+      {"-o", "--os"},
+      {"-L", "--latest"},
+      {"-i", "--id"},
+      {"-r", "--report"},
+      {"--proxy-address", ""},
+      {"--proxy-user", ""},
+      {"--proxy-port", ""},
+      {"--proxy-password", ""},
+      {"--no-proxy", ""},
+      {"--xml", ""},
+      {"-u", "--unattended"},
+      {"--ignore-req", ""},
+  });
 }
 
 bool AcquireCommand::translateParameters() {

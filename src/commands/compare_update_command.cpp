@@ -12,26 +12,29 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
-  supportedParameters.reserve(supportedParameters.size() + 16);
-  supportedParameters.emplace_back("-F", "--firmware");
-  supportedParameters.emplace_back("-D", "--drivers");
-  supportedParameters.emplace_back("-f", "--force");
-  supportedParameters.emplace_back("-s", "--select");
-  supportedParameters.emplace_back("-l", "--local");
-  supportedParameters.emplace_back("-e", "--exclude");
-  supportedParameters.emplace_back("-i", "--include");
-  supportedParameters.emplace_back("-L", "--latest");
+  tovak::appendRows(supportedParameters, {
+      {"-F", "--firmware"},
+      {"-D", "--drivers"},
+      {"-f", "--force"},
+      {"-s", "--select"},
+      {"-l", "--local"},
+      {"-e", "--exclude"},
+      {"-i", "--include"},
+      {"-L", "--latest"},
+  });
   // Skipping the inventory scan only makes sense when something is flashed.
   if (commandName == "update") {
-    supportedParameters.emplace_back("--noinventory", "");
+    tovak::appendRows(supportedParameters, {{"--noinventory", ""}});
   }
-  supportedParameters.emplace_back("-o", "--linuxoverride");
-  supportedParameters.emplace_back("--vmware-esxi", "");
-  supportedParameters.emplace_back("--host", "");
-  supportedParameters.emplace_back("--update-args", "");
-  supportedParameters.emplace_back("-m", "--machine-type");
-  supportedParameters.emplace_back("-u", "--unattended");
-  supportedParameters.emplace_back("--xml", "");
+  tovak::appendRows(supportedParameters, {
+      {"-o", "--linuxoverride"},
+      {"--vmware-esxi", ""},
+      {"--host", ""},
+      {"--update-args", ""},
+      {"-m", "--machine-type"},
+      {"-u", "--unattended"},
+      {"--xml", ""},
+  });
 }
 
 bool CompareUpdateCommand::translateParameters() {

@@ -14,6 +14,13 @@ std::string bothNames(const std::string& parameter1, const std::string& paramete
 
 }  // namespace
 
+void appendRows(SupportedParameterTable& table, std::initializer_list<OptionRow> rows) {
+  table.reserve(table.size() + rows.size());
+  for (const OptionRow& row : rows) {
+    table.emplace_back(row.first, row.second);
+  }
+}
+
 std::string carryValueMessage(const std::string& parameter1, const std::string& parameter2) {
   return "The parameter " + bothNames(parameter1, parameter2) + " can not carry value. ";
 }

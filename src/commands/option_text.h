@@ -10,6 +10,15 @@
 
 namespace tovak {
 
+// One row of a translator's supported-option table, as written in its source.
+struct OptionRow {
+  const char* first;
+  const char* second;
+};
+
+// Appends the rows, in order, to the table.
+void appendRows(SupportedParameterTable& table, std::initializer_list<OptionRow> rows);
+
 // "The parameter -x or --xx can not carry value. " (without " or ..." for an empty second name).
 std::string carryValueMessage(const std::string& parameter1, const std::string& parameter2);
 

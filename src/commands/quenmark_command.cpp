@@ -9,11 +9,12 @@ QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameter
 QuenmarkCommand::~QuenmarkCommand() = default;
 
 void QuenmarkCommand::addSupportedParameters() {
-  supportedParameters.reserve(supportedParameters.size() + 4);
-  supportedParameters.emplace_back("-s", "--scan");
-  supportedParameters.emplace_back("--vq-address", "");
-  supportedParameters.emplace_back("--vq-user", "");
-  supportedParameters.emplace_back("--vq-password", "");
+  tovak::appendRows(supportedParameters, {
+      {"-s", "--scan"},
+      {"--vq-address", ""},
+      {"--vq-user", ""},
+      {"--vq-password", ""},
+  });
 }
 
 bool QuenmarkCommand::translateParameters() {
