@@ -1,5 +1,11 @@
-// The floor for any launcher that goes through the shell: one system() call with the full
-// command given as the only argument, and nothing else.
+// The floor for a launcher that goes through the shell: a minimal C++ program, with the C++
+// runtime loaded as any C++ launcher has it, that makes one system() call with the full
+// command given as its only argument, and nothing else.
 #include <cstdlib>
+#include <string>
 
-int main(int argc, char** argv) { return argc < 2 ? 2 : std::system(argv[1]) == 0 ? 0 : 1; }
+int main(int argc, char** argv) {
+  if (argc < 2) return 2;
+  const std::string command = argv[1];
+  return std::system(command.c_str()) == 0 ? 0 : 1;
+}

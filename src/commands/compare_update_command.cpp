@@ -12,6 +12,7 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
+  supportedParameters.reserve(supportedParameters.size() + 16);
   tovak::appendRows(supportedParameters, {
       {"-F", "--firmware"},
       {"-D", "--drivers"},
