@@ -103,7 +103,7 @@ std::string CompareUpdateCommand::getMatchValueFromString(std::string value, std
   if (found == std::string::npos) {
     return std::string();
   }
-  std::string rest = value.substr(found + key.size());
-  rest = rest.substr(0, rest.find(' '));
-  return rest.substr(0, rest.find(','));
+  // Items are separated by blanks or commas: the match ends at the first of either.
+  const std::size_t start = found + key.size();
+  return value.substr(start, value.find_first_of(" ,", start) - start);
 }
