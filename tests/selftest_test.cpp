@@ -3,68 +3,36 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-#include "support/capture.h"
-#include "support/legacy_line.h"
+#include "support.h"
 
 namespace {
 
-std::string printedBy(std::vector<std::string> arguments, bool echo) {
-  ArgumentVector vector(std::move(arguments));
-  Test test(vector.argc(), vector.argv());
-  StdoutCapture capture;
-  if (echo) {
-    test.printCommandAndParamaters();
-  } else {
-    test.testParameters();
-  }
-  return capture.text();
-}
-
-TEST(SelfTestTest, EchoesTheVectorAndJoinsItQuoted) {
-  struct Case {
-    std::vector<std::string> arguments;
-    std::string printed;
-  };
-  const std::vector<Case> cases = {
-      {{}, "argc: 0\nfendixParameters: \n"},
-      {{"/bin/t"}, "argc: 1\nargv[0]:/bin/t\nfendixParameters: \n"},
-      {{"/bin/t", "co", "a b", "-l"},
-       "argc: 4\nargv[0]:/bin/t\nargv[1]:co\nargv[2]:a b\nargv[3]:-l\n"
-       "fendixParameters: co \"a b\" -l \n"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(printedBy(c.arguments, true), c.printed);
-  }
-}
-
-TEST(SelfTestTest, RunsAllThreeChecksWhateverTheirResults) {
-  const std::string kFormat = "Test paramters.checkValidParametersFormat ... \n";
-  const std::string kSet = "Test paramters.isSetParameter ... \n";
-  const std::string kValue = "Test paramters.getParameterValue ... \n";
-  struct Case {
-    std::vector<std::string> arguments;
-    std::string printed;
-  };
-  const std::vector<Case> cases = {
-      {{"t", "co", "-m", "7X"},
-       kFormat + "Report true!\n" + kSet + "Report true!\n" + kValue + "Value is: 7X\n"},
-      {{"t", "co", "--machinetype=9"},
-       kFormat + "Report true!\n" + kSet + "Report true!\n" + kValue + "Value is: 9\n"},
+TEST(SelfTestTest, EchoesTheVectorAndRunsAllThreeChecks) {
+  const std::string format = "Test paramters.checkValidParametersFormat ... \n";
+  const std::string set = "Test paramters.isSetParameter ... \n";
+  const std::string value = "Test paramters.getParameterValue ... \n";
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{}, "argc: 0\nfendixParameters: \n" + format + "Report true!\n" + set + "Report false!\n" +
+               value + "Value is: \n"},
+      {{"/bin/t", "co", "a b", "-m", "7X"},
+       "argc: 5\nargv[0]:/bin/t\nargv[1]:co\nargv[2]:a b\nargv[3]:-m\nargv[4]:7X\n"
+       "fendixParameters: co \"a b\" -m 7X \n" + format +
+           "The command parameters are not vaild!\nThe first paramater should start with - or --.\n"
+           "Report false!\n" + set + "Report true!\n" + value + "Value is: 7X\n"},
       {{"t", "co", "-m", "a", "--machinetype=b"},
-       kFormat + "Report true!\n" + kSet + "Report true!\n" + kValue +
+       "argc: 5\nargv[0]:t\nargv[1]:co\nargv[2]:-m\nargv[3]:a\nargv[4]:--machinetype=b\n"
+       "fendixParameters: co -m a --machinetype=b \n" + format + "Report true!\n" + set +
+           "Report true!\n" + value +
            "Warning: Should not set \"-m\" and \"--machinetype\" at the same time.\n"
            "Using \"-m\" this time.\nValue is: a\n"},
-      {{"t", "co", "x", "y"},
-       kFormat +
-           "The command parameters are not vaild!\n"
-           "The first paramater should start with - or --.\nReport false!\n" +
-           kSet + "Report false!\n" + kValue + "Value is: \n"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(printedBy(c.arguments, false), c.printed);
+  for (const auto& [arguments, printed] : cases) {
+    ArgumentVector vector(arguments);
+    ::Test test(vector.argc(), vector.argv());  // not the GoogleTest fixture
+    StdoutCapture capture;
+    test.printCommandAndParamaters();
+    test.testParameters();
+    EXPECT_EQ(capture.text(), printed);
   }
 }
 
