@@ -74,8 +74,9 @@ TEST(LaunchTest, LauncherRunsLegacyLinesThroughFendix) {
       {{"co", "--noinventory"}, "", "The parameter: --noinventory is not supported!", 1},
   };
   for (const Case& c : cases) {
-    const ChildResult result = runChild(bin + "tovak", c.arguments,
-                                        {"FENDIX_EXIT_CODE=" + c.exitCodeVariable});
+    setenv("FENDIX_EXIT_CODE", c.exitCodeVariable.c_str(), 1);
+    const ChildResult result = runChild(bin + "tovak", c.arguments);
+    unsetenv("FENDIX_EXIT_CODE");
     EXPECT_EQ(result.out, c.out) << c.arguments.size() << " arguments";
     EXPECT_EQ(result.exitCode, c.exitCode);
     EXPECT_EQ(result.err, "");
@@ -104,9 +105,10 @@ struct LonelyLauncher {
 TEST(LaunchTest, FaultsPassTheShellsStatusThrough) {
   // A failed allocation of an argument copy (54321 bytes and its terminator) ends the
   // process with 0 and prints nothing.
-  ChildResult result =
-      runChild(binDirectory() + "tovak", {"co", "-l", std::string(54321, 'x')},
-               {"LD_PRELOAD=" TOVAK_FAILING_MALLOC, "TOVAK_FAIL_MALLOC_SIZE=54322"});
+  setenv("TOVAK_FAIL_MALLOC_SIZE", "54322", 1);
+  setenv("LD_PRELOAD", TOVAK_FAILING_MALLOC, 1);
+  ChildResult result = runChild(binDirectory() + "tovak", {"co", "-l", std::string(54321, 'x')});
+  unsetenv("LD_PRELOAD");
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.out + result.err, "");
 

@@ -43,21 +43,10 @@ std::string contentsOf(const std::string& path) {
 
 }  // namespace
 
-ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& environment) {
+ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments) {
   std::vector<std::string> argvText{program};
   argvText.insert(argvText.end(), arguments.begin(), arguments.end());
-  std::vector<std::string> envText(environment);
-  for (char** entry = environ; *entry != nullptr; ++entry) {
-    const std::string text(*entry);
-    bool overridden = false;
-    for (const std::string& own : environment) {
-      overridden = overridden || own.compare(0, own.find('=') + 1, text, 0, own.find('=') + 1) == 0;
-    }
-    if (!overridden) envText.push_back(text);
-  }
   std::vector<char*> argv = pointersTo(argvText);
-  std::vector<char*> envp = pointersTo(envText);
 
   char outPath[] = "/tmp/tovak-out-XXXXXX";
   char errPath[] = "/tmp/tovak-err-XXXXXX";
@@ -68,7 +57,7 @@ ChildResult runChild(const std::string& program, const std::vector<std::string>&
   posix_spawn_file_actions_adddup2(&actions, outFd, STDOUT_FILENO);
   posix_spawn_file_actions_adddup2(&actions, errFd, STDERR_FILENO);
   pid_t pid = 0;
-  const int failed = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), envp.data());
+  const int failed = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   ChildResult result;
   int status = 0;

@@ -44,9 +44,8 @@ struct ChildResult {
   std::string err;
   int exitCode = -1;
 };
-// environment: NAME=value entries added to this process's own.
-ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& environment = {});
+// The child inherits this process's environment.
+ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments);
 
 // The real path of build/bin, with a trailing "/".
 std::string binDirectory();
