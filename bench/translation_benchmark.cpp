@@ -64,8 +64,8 @@ void typicalLine(benchmark::State& state, const std::vector<std::string>& words)
 }
 
 BENCHMARK_CAPTURE(typicalLine, compare,
-                  std::vector<std::string>{"tovak", "compare", "-F", "-D", "-l", "/srv/repo",
-                                           "-f", "A1", "-i", "3,4", "-m", "7X21", "--xml",
+                  std::vector<std::string>{"tovak", "compare", "-F", "-D", "-l", "/srv/repo", "-f",
+                                           "A1", "-i", "3,4", "-m", "7X21", "--xml",
                                            "--vmware-esxi=esx1"});
 BENCHMARK_CAPTURE(typicalLine, update,
                   std::vector<std::string>{"tovak", "update", "-F", "--noinventory",

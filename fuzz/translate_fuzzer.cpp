@@ -48,9 +48,8 @@ struct Run {
 Run translate(const std::vector<std::string>& tokens) {
   Call call(tokens);
   Run run;
-  run.printed = call.printedBy([&](int argc, char** argv) {
-    run.translation = tovak::translateArguments(argc, argv);
-  });
+  run.printed = call.printedBy(
+      [&](int argc, char** argv) { run.translation = tovak::translateArguments(argc, argv); });
   check(std::strcmp(call.argv[0], "fuzz") == 0, "argv[0] is left alone");
   for (std::size_t i = 1; i < call.argv.size(); ++i) {
     const std::size_t length = std::strlen(tokens[i - 1].c_str());  // up to a NUL byte
@@ -73,7 +72,8 @@ void checkSelfTestEchoesTheVector(const std::vector<std::string>& tokens) {
   check(line == "argc: " + std::to_string(call.argv.size()), "self-test counts the vector");
   for (std::size_t i = 0; i < call.argv.size(); ++i) {
     std::getline(lines, line);
-    check(line == "argv[" + std::to_string(i) + "]:" + call.argv[i], "self-test echoes each element");
+    check(line == "argv[" + std::to_string(i) + "]:" + call.argv[i],
+          "self-test echoes each element");
   }
 }
 

@@ -56,7 +56,10 @@ TEST(CommandBaseTest, RunsTheStagesInOrderAndClosesTheLine) {
       {{"--xml=1"}, withoutValue, "", "The parameter --xml can not carry value. \n"},
       {{"--xml"}, badName, "update x", " The parameter should start with dash!\n"},
       {{"--nope"}, appends, "", "The parameter: --nope is not supported!"},
-      {{"-l", "a", "--local=b"}, appends, "", "Can not set \"-l\" and \"--local\" at the same time.\n"},
+      {{"-l", "a", "--local=b"},
+       appends,
+       "",
+       "Can not set \"-l\" and \"--local\" at the same time.\n"},
       {{}, fails, "", ""},
   };
   for (const Case& c : cases) {

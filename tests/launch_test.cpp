@@ -56,20 +56,25 @@ TEST(LaunchTest, LauncherRunsLegacyLinesThroughFendix) {
     int exitCode;
   };
   const std::vector<Case> cases = {
-      {{"compare", "-F", "-l", "/srv/repo", "-L"}, "",
+      {{"compare", "-F", "-l", "/srv/repo", "-L"},
+       "",
        "\n" + launched(bin, "update compare --type fw --dir /srv/repo --scope latest" + out, 0,
                        {"update", "compare", "--type", "fw", "--dir", "/srv/repo", "--scope",
                         "latest", outArgs[0], outArgs[1]}),
        0},
-      {{"up", "--local=/my repo"}, "3",
+      {{"up", "--local=/my repo"},
+       "3",
        launched(bin, "update flash --dir \"/my repo\"" + out, 768,
                 {"update", "flash", "--dir", "/my repo", outArgs[0], outArgs[1]}),
        3},
-      {many, "", launched(bin, "update compare --type fw --dir /srv" + out, 0,
-                          {"update", "compare", "--type", "fw", "--dir", "/srv", outArgs[0], outArgs[1]}),
+      {many, "",
+       launched(bin, "update compare --type fw --dir /srv" + out, 0,
+                {"update", "compare", "--type", "fw", "--dir", "/srv", outArgs[0], outArgs[1]}),
        0},
-      {{"co", "-f", ids, "-o", ids}, "",
-       launched(bin, "update compare --forceid " + ids + " --forceid " + ids + out, 32512), 127},
+      {{"co", "-f", ids, "-o", ids},
+       "",
+       launched(bin, "update compare --forceid " + ids + " --forceid " + ids + out, 32512),
+       127},
       {{}, "", "Please specify the command!\n", 1},
       {{"co", "--noinventory"}, "", "The parameter: --noinventory is not supported!", 1},
   };
@@ -96,7 +101,8 @@ struct LonelyLauncher {
   LonelyLauncher() {
     char pattern[] = "/tmp/tovak-fault-XXXXXX";
     dir = std::string(mkdtemp(pattern)) + "/";
-    for (const char* name : {"tovak", "libtovak.so"}) fs::copy_file(binDirectory() + name, dir + name);
+    for (const char* name : {"tovak", "libtovak.so"})
+      fs::copy_file(binDirectory() + name, dir + name);
   }
   ~LonelyLauncher() { fs::remove_all(dir); }
   std::string dir;
@@ -114,7 +120,8 @@ TEST(LaunchTest, FaultsPassTheShellsStatusThrough) {
 
   LonelyLauncher lonely;
   result = runChild(lonely.dir + "tovak", {"qk", "-s"});
-  EXPECT_EQ(result.out, launched(lonely.dir, "update scan --output /var/log/Zantor_Support/", 32512));
+  EXPECT_EQ(result.out,
+            launched(lonely.dir, "update scan --output /var/log/Zantor_Support/", 32512));
   EXPECT_EQ(result.exitCode, 127);
   EXPECT_NE(result.err.find("Fendix"), std::string::npos) << result.err;
 

@@ -25,11 +25,14 @@ TEST(ParametersTest, ClassifiesTokensAndNamesOptions) {
     std::string name;
   };
   Line line({});
-  for (const Case& c : std::vector<Case>{
-           {"", true, false, false, ""}, {"-", false, false, false, ""},
-           {"--", false, false, true, "--"}, {"-m=5", false, true, false, "-m=5"},
-           {"--os=x", false, false, true, "--os"}, {"--=x", false, false, true, "--"},
-           {"---x", false, false, true, "---x"}, {"x", true, false, false, ""}}) {
+  for (const Case& c : std::vector<Case>{{"", true, false, false, ""},
+                                         {"-", false, false, false, ""},
+                                         {"--", false, false, true, "--"},
+                                         {"-m=5", false, true, false, "-m=5"},
+                                         {"--os=x", false, false, true, "--os"},
+                                         {"--=x", false, false, true, "--"},
+                                         {"---x", false, false, true, "---x"},
+                                         {"x", true, false, false, ""}}) {
     EXPECT_EQ(line.parameters.isNotStartWithDash(c.token), c.notDash) << c.token;
     EXPECT_EQ(line.parameters.isStartWithSingleDash(c.token), c.single) << c.token;
     EXPECT_EQ(line.parameters.isStartWithDoubleDash(c.token), c.twoDashes) << c.token;
@@ -45,15 +48,21 @@ TEST(ParametersTest, ShapeCheckNamesTheRuleBroken) {
       "If the parameter starts with -, at least one of the next two parameters should start "
       "with - or --.\n";
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{}, ""}, {{"-x", "v"}, ""}, {{"-x", "v", "w"}, shortRule}, {{"--name", "v"}, longRule},
-      {{"--name=v", "-x", "v"}, ""}, {{""}, first}, {{"-", "a", "b", "c"}, ""},
+      {{}, ""},
+      {{"-x", "v"}, ""},
+      {{"-x", "v", "w"}, shortRule},
+      {{"--name", "v"}, longRule},
+      {{"--name=v", "-x", "v"}, ""},
+      {{""}, first},
+      {{"-", "a", "b", "c"}, ""},
       {{"-a", "x", "y", "--b", "z"}, longRule},  // the long rule is checked over all first
       {{"-x", "-5"}, ""}};
   for (const auto& [tokens, reason] : cases) {
     Line line(tokens);
     StdoutCapture capture;
     EXPECT_EQ(line.parameters.checkValidParametersFormat(), reason.empty());
-    EXPECT_EQ(capture.text(), reason.empty() ? "" : "The command parameters are not vaild!\n" + reason)
+    EXPECT_EQ(capture.text(),
+              reason.empty() ? "" : "The command parameters are not vaild!\n" + reason)
         << ::testing::PrintToString(tokens);
   }
 }
@@ -73,13 +82,30 @@ TEST(ParametersTest, QueriesReadEitherFormAndReportBadArguments) {
       {{"--mt=a=b", "--mt=c"}, "--mt", "-m", true, "a=b", ""},
       {{"--mt", "--mtx=1"}, "--mt", "", true, "", ""},
       {{"-m=5"}, "-m", "", false, "", ""},
-      {{"-m", "a", "--mt=b"}, "--mt", "-m", true, "b",
-       "Warning: Should not set \"--mt\" and \"-m\" at the same time.\nUsing \"--mt\" this time.\n"},
-      {{"-m", "a"}, "", "", false, "",
+      {{"-m", "a", "--mt=b"},
+       "--mt",
+       "-m",
+       true,
+       "b",
+       "Warning: Should not set \"--mt\" and \"-m\" at the same time.\nUsing \"--mt\" this "
+       "time.\n"},
+      {{"-m", "a"},
+       "",
+       "",
+       false,
+       "",
        " The parameter1 should not be empty!\n The parameter1 should not be empty!\n"},
-      {{"-m", "a"}, "m", "", false, "",
+      {{"-m", "a"},
+       "m",
+       "",
+       false,
+       "",
        " The parameter should start with dash!\n The parameter1 should start with dash!\n"},
-      {{"-m", "a"}, "-m", "m", false, "",
+      {{"-m", "a"},
+       "-m",
+       "m",
+       false,
+       "",
        " The parameter2 should start with dash!\n The parameter2 should start with dash!\n"},
       {{"--a=b"}, "--a=b", "-", false, "", ""},
   };
@@ -90,6 +116,8 @@ TEST(ParametersTest, QueriesReadEitherFormAndReportBadArguments) {
     EXPECT_EQ(line.parameters.getParameterValue(c.parameter1, c.parameter2), c.value);
     EXPECT_EQ(capture.text(), c.printed) << ::testing::PrintToString(c.tokens);
   }
+  Line both({"-m", "a", "--mt=b"});
+  EXPECT_EQ(both.parameters.getSingleParameterValue("--mt"), "b");
 }
 
 TEST(ParametersTest, SupportedCheckReportsTheFirstProblem) {

@@ -1,9 +1,8 @@
 // The exported self-test: its echo of the vector and the three checks it reports on.
-#include "tovak/test.h"
-
 #include <gtest/gtest.h>
 
 #include "support.h"
+#include "tovak/test.h"
 
 namespace {
 
@@ -12,17 +11,20 @@ TEST(SelfTestTest, EchoesTheVectorAndRunsAllThreeChecks) {
   const std::string set = "Test paramters.isSetParameter ... \n";
   const std::string value = "Test paramters.getParameterValue ... \n";
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{}, "argc: 0\nfendixParameters: \n" + format + "Report true!\n" + set + "Report false!\n" +
-               value + "Value is: \n"},
+      {{},
+       "argc: 0\nfendixParameters: \n" + format + "Report true!\n" + set + "Report false!\n" +
+           value + "Value is: \n"},
       {{"/bin/t", "co", "a b", "-m", "7X"},
        "argc: 5\nargv[0]:/bin/t\nargv[1]:co\nargv[2]:a b\nargv[3]:-m\nargv[4]:7X\n"
-       "fendixParameters: co \"a b\" -m 7X \n" + format +
+       "fendixParameters: co \"a b\" -m 7X \n" +
+           format +
            "The command parameters are not vaild!\nThe first paramater should start with - or --.\n"
-           "Report false!\n" + set + "Report true!\n" + value + "Value is: 7X\n"},
+           "Report false!\n" +
+           set + "Report true!\n" + value + "Value is: 7X\n"},
       {{"t", "co", "-m", "a", "--machinetype=b"},
        "argc: 5\nargv[0]:t\nargv[1]:co\nargv[2]:-m\nargv[3]:a\nargv[4]:--machinetype=b\n"
-       "fendixParameters: co -m a --machinetype=b \n" + format + "Report true!\n" + set +
-           "Report true!\n" + value +
+       "fendixParameters: co -m a --machinetype=b \n" +
+           format + "Report true!\n" + set + "Report true!\n" + value +
            "Warning: Should not set \"-m\" and \"--machinetype\" at the same time.\n"
            "Using \"-m\" this time.\nValue is: a\n"},
   };

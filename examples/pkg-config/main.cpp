@@ -2,10 +2,10 @@
 // its own translator from CommandBase and uses the query operations of Parameters.
 //
 //   c++ -std=c++17 main.cpp $(pkg-config --cflags --libs tovak) -o derive
+#include <tovak/tovak.h>
+
 #include <iostream>
 #include <string>
-
-#include <tovak/tovak.h>
 
 // A made-up "inventory" legacy command: -m/--machine-type becomes Fendix's --mt.
 class InventoryCommand : public CommandBase {
@@ -32,8 +32,7 @@ int main() {
   }
   std::cout << command.getCommandLine() << '\n';
   std::cout << "temporary directory: " << GetSysTempPath() << '\n';
-  return command.getCommandLine() ==
-                 "update inventory --mt 7X21 --output /var/log/Zantor_Support/"
+  return command.getCommandLine() == "update inventory --mt 7X21 --output /var/log/Zantor_Support/"
              ? 0
              : 1;
 }

@@ -3,12 +3,12 @@
 // gets the library's own messages and exit code 1.
 //
 //   tovak-translate compare -F -l /srv/repo -L
+#include <tovak/tovak.h>
+
 #include <iostream>
 #include <memory>
 #include <sstream>
 #include <string>
-
-#include <tovak/tovak.h>
 
 namespace {
 

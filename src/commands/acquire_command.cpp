@@ -10,6 +10,8 @@ AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters)
 AcquireCommand::~AcquireCommand() = default;
 
 void AcquireCommand::addSupportedParameters() {
+  // One row per line, as the option table reads.
+  // clang-format off
   tovak::appendRows(supportedParameters, {
       {"-l", "--local"},
       {"-m", "--machine-type"},
@@ -27,6 +29,7 @@ void AcquireCommand::addSupportedParameters() {
       {"-u", "--unattended"},
       {"--ignore-req", ""},
   });
+  // clang-format on
 }
 
 bool AcquireCommand::translateParameters() {

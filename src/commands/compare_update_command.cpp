@@ -12,6 +12,8 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
+  // One row per line, as the option table reads.
+  // clang-format off
   supportedParameters.reserve(supportedParameters.size() + 16);
   tovak::appendRows(supportedParameters, {
       {"-F", "--firmware"},
@@ -36,6 +38,7 @@ void CompareUpdateCommand::addSupportedParameters() {
       {"-u", "--unattended"},
       {"--xml", ""},
   });
+  // clang-format on
 }
 
 bool CompareUpdateCommand::translateParameters() {

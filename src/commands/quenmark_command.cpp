@@ -9,12 +9,15 @@ QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameter
 QuenmarkCommand::~QuenmarkCommand() = default;
 
 void QuenmarkCommand::addSupportedParameters() {
+  // One row per line, as the option table reads.
+  // clang-format off
   tovak::appendRows(supportedParameters, {
       {"-s", "--scan"},
       {"--vq-address", ""},
       {"--vq-user", ""},
       {"--vq-password", ""},
   });
+  // clang-format on
 }
 
 bool QuenmarkCommand::translateParameters() {

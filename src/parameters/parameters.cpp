@@ -155,7 +155,8 @@ bool Parameters::checkValidParametersFormat() {
   // of it, so its message wins even when a short-option fault stands earlier.
   for (std::size_t i = 0; i + 1 < n; ++i) {
     if (isDoubleDash(parameterList[i]) && !startsWithDash(parameterList[i + 1])) {
-      return reject("If the parameter starts with --, the next parameter should start with - or --.");
+      return reject(
+          "If the parameter starts with --, the next parameter should start with - or --.");
     }
   }
   for (std::size_t i = 0; i + 2 < n; ++i) {
