@@ -25,14 +25,13 @@ TEST(ParametersTest, ClassifiesTokensAndNamesOptions) {
     std::string name;
   };
   Line line({});
-  for (const Case& c : std::vector<Case>{{"", true, false, false, ""},
-                                         {"-", false, false, false, ""},
-                                         {"--", false, false, true, "--"},
-                                         {"-m=5", false, true, false, "-m=5"},
-                                         {"--os=x", false, false, true, "--os"},
-                                         {"--=x", false, false, true, "--"},
-                                         {"---x", false, false, true, "---x"},
-                                         {"x", true, false, false, ""}}) {
+  // clang-format off
+  for (const Case& c : std::vector<Case>{
+           {"", true, false, false, ""}, {"-", false, false, false, ""},
+           {"--", false, false, true, "--"}, {"-m=5", false, true, false, "-m=5"},
+           {"--os=x", false, false, true, "--os"}, {"--=x", false, false, true, "--"},
+           {"---x", false, false, true, "---x"}, {"x", true, false, false, ""}}) {
+    // clang-format on
     EXPECT_EQ(line.parameters.isNotStartWithDash(c.token), c.notDash) << c.token;
     EXPECT_EQ(line.parameters.isStartWithSingleDash(c.token), c.single) << c.token;
     EXPECT_EQ(line.parameters.isStartWithDoubleDash(c.token), c.twoDashes) << c.token;
@@ -47,16 +46,13 @@ TEST(ParametersTest, ShapeCheckNamesTheRuleBroken) {
   const std::string shortRule =
       "If the parameter starts with -, at least one of the next two parameters should start "
       "with - or --.\n";
+  // clang-format off
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{}, ""},
-      {{"-x", "v"}, ""},
-      {{"-x", "v", "w"}, shortRule},
-      {{"--name", "v"}, longRule},
-      {{"--name=v", "-x", "v"}, ""},
-      {{""}, first},
-      {{"-", "a", "b", "c"}, ""},
+      {{}, ""}, {{"-x", "v"}, ""}, {{"-x", "v", "w"}, shortRule}, {{"--name", "v"}, longRule},
+      {{"--name=v", "-x", "v"}, ""}, {{""}, first}, {{"-", "a", "b", "c"}, ""},
       {{"-a", "x", "y", "--b", "z"}, longRule},  // the long rule is checked over all first
       {{"-x", "-5"}, ""}};
+  // clang-format on
   for (const auto& [tokens, reason] : cases) {
     Line line(tokens);
     StdoutCapture capture;
@@ -74,6 +70,7 @@ TEST(ParametersTest, QueriesReadEitherFormAndReportBadArguments) {
     bool set;
     std::string value, printed;  // printed by isSetParameter and getParameterValue together
   };
+  // clang-format off
   const std::vector<Case> cases = {
       {{"-m"}, "-m", "--mt", true, "", ""},
       {{"-m", "-x", "5"}, "-x", "", true, "5", ""},
@@ -82,33 +79,17 @@ TEST(ParametersTest, QueriesReadEitherFormAndReportBadArguments) {
       {{"--mt=a=b", "--mt=c"}, "--mt", "-m", true, "a=b", ""},
       {{"--mt", "--mtx=1"}, "--mt", "", true, "", ""},
       {{"-m=5"}, "-m", "", false, "", ""},
-      {{"-m", "a", "--mt=b"},
-       "--mt",
-       "-m",
-       true,
-       "b",
-       "Warning: Should not set \"--mt\" and \"-m\" at the same time.\nUsing \"--mt\" this "
-       "time.\n"},
-      {{"-m", "a"},
-       "",
-       "",
-       false,
-       "",
+      {{"-m", "a", "--mt=b"}, "--mt", "-m", true, "b",
+       "Warning: Should not set \"--mt\" and \"-m\" at the same time.\nUsing \"--mt\" this time.\n"},
+      {{"-m", "a"}, "", "", false, "",
        " The parameter1 should not be empty!\n The parameter1 should not be empty!\n"},
-      {{"-m", "a"},
-       "m",
-       "",
-       false,
-       "",
+      {{"-m", "a"}, "m", "", false, "",
        " The parameter should start with dash!\n The parameter1 should start with dash!\n"},
-      {{"-m", "a"},
-       "-m",
-       "m",
-       false,
-       "",
+      {{"-m", "a"}, "-m", "m", false, "",
        " The parameter2 should start with dash!\n The parameter2 should start with dash!\n"},
       {{"--a=b"}, "--a=b", "-", false, "", ""},
   };
+  // clang-format on
   for (const Case& c : cases) {
     Line line(c.tokens);
     StdoutCapture capture;
@@ -123,12 +104,14 @@ TEST(ParametersTest, QueriesReadEitherFormAndReportBadArguments) {
 TEST(ParametersTest, SupportedCheckReportsTheFirstProblem) {
   SupportedParameterTable table = {{"-m", "--mt"}, {"-s", "--scan"}};
   SupportedParameterTable withLongOnly = {{"--xml", ""}};
+  // clang-format off
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
       {{"-m", "7X", "--scan", "-s"}, ""},  // both forms as flags: no conflict
       {{"--bogus=1", "-q"}, "The parameter: --bogus is not supported!"},
       {{"-m", "a", "--mt=b"}, "Can not set \"-m\" and \"--mt\" at the same time.\n"},
       {{"-s", "v", "--scan=w", "-q"}, "The parameter: -q is not supported!"},
       {{"-", "v"}, "The parameter:  is not supported!"}};
+  // clang-format on
   for (const auto& [tokens, printed] : cases) {
     Line line(tokens);
     StdoutCapture capture;
