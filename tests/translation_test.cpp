@@ -136,12 +136,4 @@ TEST(TranslationTest, CallerArgumentsAreBlankedInPlaceWhateverTheOutcome) {
   EXPECT_EQ(capture.text(), "Please specify the command!\n");
 }
 
-TEST(TranslationTest, LongVectorsAreCopiedWhole) {
-  std::vector<std::string> words{"co"};
-  for (int i = 0; i < 100000; ++i) words.push_back(i % 2 == 0 ? "-F" : "--local=/srv");
-  words.insert(words.end(), {"-m", "7X21"});
-  EXPECT_EQ(translateLine(words).line,
-            "update compare --type fw --dir /srv --mt 7X21" + kOutputOption);
-}
-
 }  // namespace
