@@ -1,6 +1,7 @@
 #include "tovak/command_base.h"
 
 #include <string>
+#include <utility>
 
 #include "commands/option_text.h"
 #include "platform/console.h"

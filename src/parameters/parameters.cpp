@@ -60,8 +60,8 @@ class NameMatcher {
     return false;
   }
 
-  // The text after "=" when the token is this long option with a value.
-  bool carriesValue(std::string_view token) const {
+  // Whether the token is this long option followed by "=" (the value after it may be empty).
+  bool hasValuePart(std::string_view token) const {
     return kind_ == Kind::kLong && token.size() > name_.size() && matches(token);
   }
 
@@ -102,12 +102,31 @@ std::string_view valueOf(const std::vector<std::string>& tokens, std::string_vie
   } else if (isDoubleDash(name)) {
     const NameMatcher matcher(name);
     for (const std::string& token : tokens) {
-      if (matcher.carriesValue(token)) {
+      if (matcher.hasValuePart(token)) {
         return std::string_view(token).substr(name.size() + 1);
       }
     }
   }
   return std::string_view();
+}
+
+// The option-name arguments of a query: parameter1 a dashed name, parameter2 empty or
+// dashed. Anything else is reported, with the query's own wording for a dashless parameter1.
+bool checkNameArguments(const std::string& parameter1, const std::string& parameter2,
+                        std::string_view noDashMessage) {
+  if (parameter1.empty()) {
+    tovak::writeLine(" The parameter1 should not be empty!");
+    return false;
+  }
+  if (!startsWithDash(parameter1)) {
+    tovak::writeLine(noDashMessage);
+    return false;
+  }
+  if (!parameter2.empty() && !startsWithDash(parameter2)) {
+    tovak::writeLine(" The parameter2 should start with dash!");
+    return false;
+  }
+  return true;
 }
 
 constexpr std::string_view kNotValid = "The command parameters are not vaild!";
@@ -175,16 +194,7 @@ std::string Parameters::getSingleParameterValue(std::string name) {
 }
 
 std::string Parameters::getParameterValue(std::string parameter1, std::string parameter2) {
-  if (parameter1.empty()) {
-    tovak::writeLine(" The parameter1 should not be empty!");
-    return std::string();
-  }
-  if (!startsWithDash(parameter1)) {
-    tovak::writeLine(" The parameter1 should start with dash!");
-    return std::string();
-  }
-  if (!parameter2.empty() && !startsWithDash(parameter2)) {
-    tovak::writeLine(" The parameter2 should start with dash!");
+  if (!checkNameArguments(parameter1, parameter2, " The parameter1 should start with dash!")) {
     return std::string();
   }
   const std::string_view value1 = valueOf(parameterList, parameter1);
@@ -198,16 +208,7 @@ std::string Parameters::getParameterValue(std::string parameter1, std::string pa
 }
 
 bool Parameters::isSetParameter(std::string parameter1, std::string parameter2) {
-  if (parameter1.empty()) {
-    tovak::writeLine(" The parameter1 should not be empty!");
-    return false;
-  }
-  if (!startsWithDash(parameter1)) {
-    tovak::writeLine(" The parameter should start with dash!");
-    return false;
-  }
-  if (!parameter2.empty() && !startsWithDash(parameter2)) {
-    tovak::writeLine(" The parameter2 should start with dash!");
+  if (!checkNameArguments(parameter1, parameter2, " The parameter should start with dash!")) {
     return false;
   }
   const NameMatcher first(parameter1);
