@@ -20,7 +20,7 @@ void Test::printCommandAndParamaters() {
   tovak::writeLine("argc: " + std::to_string(argc));
   std::string joined;
   for (int i = 0; i < argc; ++i) {
-    const char* element = argv[i] != nullptr ? argv[i] : "";
+    const char* element = argv != nullptr && argv[i] != nullptr ? argv[i] : "";
     tovak::writeLine("argv[" + std::to_string(i) + "]:" + element);
     if (i == 0) {
       continue;
