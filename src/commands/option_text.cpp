@@ -1,6 +1,8 @@
 #include "commands/option_text.h"
 
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "platform/console.h"
 
@@ -17,7 +19,8 @@ std::string bothNames(const std::string& parameter1, const std::string& paramete
 void appendRows(SupportedParameterTable& table, std::initializer_list<OptionRow> rows) {
   table.reserve(table.size() + rows.size());
   for (const OptionRow& row : rows) {
-    table.emplace_back(row.first, row.second);
+    table.emplace_back(std::piecewise_construct, std::forward_as_tuple(row.first),
+                       std::forward_as_tuple(row.second));
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <string_view>
 
 #include "tovak/parameters.h"
 
@@ -12,8 +13,8 @@ namespace tovak {
 
 // One row of a translator's supported-option table, as written in its source.
 struct OptionRow {
-  const char* first;
-  const char* second;
+  std::string_view first;
+  std::string_view second;
 };
 
 // Appends the rows, in order, to the table.
