@@ -33,7 +33,7 @@ std::string_view nameOf(std::string_view token) {
 
 // Equal texts; option names share their leading dashes, so the last byte is compared first
 // and settles most mismatches without a call to memcmp.
-bool sameText(std::string_view a, std::string_view b) {
+[[gnu::always_inline]] inline bool sameText(std::string_view a, std::string_view b) {
   return a.size() == b.size() && (a.empty() || (a.back() == b.back() && a.compare(b) == 0));
 }
 
