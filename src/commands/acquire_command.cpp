@@ -64,8 +64,8 @@ bool AcquireCommand::translateParameters() {
     return false;
   }
   if (!parameters->isSetParameter("--proxy-address", "")) {
-    return tovak::checkAddressGiven(*parameters, "--proxy-address",
-                                    {"--proxy-port", "--proxy-user", "--proxy-password"});
+    return tovak::checkNoCredentialsWithoutAddress(
+        *parameters, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
   }
   const std::string address = tovak::longOptionValue(*parameters, "--proxy-address");
   const std::string port = tovak::longOptionValue(*parameters, "--proxy-port");

@@ -41,8 +41,8 @@ std::string longOptionValue(Parameters& parameters, const std::string& name) {
   return parameters.getParameterValue(name, std::string());
 }
 
-bool checkAddressGiven(Parameters& parameters, const std::string& address,
-                       std::initializer_list<const char*> credentials) {
+bool checkNoCredentialsWithoutAddress(Parameters& parameters, const std::string& address,
+                                      std::initializer_list<const char*> credentials) {
   for (const char* credential : credentials) {
     if (parameters.isSetParameter(credential, std::string())) {
       writeLine("The parameter: " + address + " need specify. ");

@@ -35,8 +35,8 @@ std::string longOptionValue(Parameters& parameters, const std::string& name);
 
 // For a line without the address option: credentials alone mean nothing and are refused
 // with "The parameter: <address> need specify. "; true when none of them is given.
-bool checkAddressGiven(Parameters& parameters, const std::string& address,
-                       std::initializer_list<const char*> credentials);
+bool checkNoCredentialsWithoutAddress(Parameters& parameters, const std::string& address,
+                                      std::initializer_list<const char*> credentials);
 
 }  // namespace tovak
 

@@ -27,7 +27,8 @@ bool QuenmarkCommand::translateParameters() {
     addCommand("update scan");
   }
   if (!parameters->isSetParameter("--vq-address", "")) {
-    return tovak::checkAddressGiven(*parameters, "--vq-address", {"--vq-user", "--vq-password"});
+    return tovak::checkNoCredentialsWithoutAddress(*parameters, "--vq-address",
+                                                   {"--vq-user", "--vq-password"});
   }
   const std::string address = tovak::longOptionValue(*parameters, "--vq-address");
   const std::string user = tovak::longOptionValue(*parameters, "--vq-user");
