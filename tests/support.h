@@ -1,10 +1,11 @@
-// What the tests share: writable argument vectors, captured standard output, a translation
-// of a legacy line without launching anything, and child processes with exact arguments.
+// What the tests and the fuzzer share: writable argument vectors, standard output captured
+// at the file descriptor, a translation as dll_main does it short of launching, and child
+// processes with exact arguments and an explicit environment.
 #ifndef TOVAK_TESTS_SUPPORT_H
 #define TOVAK_TESTS_SUPPORT_H
 
-#include <iostream>
-#include <sstream>
+#include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,37 +20,45 @@ class ArgumentVector {
   std::vector<char*> pointers_;
 };
 
-// Captures what the library writes to std::cout while it lives.
-class StdoutCapture {
+// Sends file descriptor 1 into a file while it lives. flushed() is what reached the file so
+// far; all() flushes the streams first, so it adds what the library left in their buffers.
+class OutputCapture {
  public:
-  StdoutCapture() : previous_(std::cout.rdbuf(buffer_.rdbuf())) {}
-  ~StdoutCapture() { std::cout.rdbuf(previous_); }
-  std::string text() const { return buffer_.str(); }
+  OutputCapture();
+  ~OutputCapture();
+  std::string flushed();
+  std::string all();
 
  private:
-  std::ostringstream buffer_;
-  std::streambuf* previous_;
+  std::FILE* file_;
+  int saved_;
 };
 
-// "tovak <words...>" translated as dll_main would: the Fendix line ("" when refused) and
-// everything printed on the way.
-struct Outcome {
-  std::string line;
-  std::string printed;
+struct Translated {
+  std::optional<std::string> line;  // nullopt: refused
+  std::string flushed, all;         // what was printed, as for OutputCapture
+  bool blanked;  // the caller's argv[1..] became blanks of the same lengths, argv[0] stayed
 };
-Outcome translateLine(const std::vector<std::string>& words);
+// "tovak <words...>" through everything dll_main does but the launch.
+Translated translate(const std::vector<std::string>& words);
 
 struct ChildResult {
-  std::string out;
-  std::string err;
-  int exitCode = -1;
+  std::string out, err;
+  int exitCode = -1;  // 128 + signal for a killed child
 };
-// The child inherits this process's environment.
-ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments);
+// Runs program with argv[0] argv0 and exactly the environment given, plus the sanitizers'
+// settings of this process.
+ChildResult runChild(const std::string& program, const std::string& argv0,
+                     const std::vector<std::string>& arguments,
+                     const std::vector<std::string>& environment = {});
 
 // The real path of build/bin, with a trailing "/".
 std::string binDirectory();
 
-inline const std::string kOutputOption = " --output /var/log/Zantor_Support/";
+// What exec prints around a run, with what Fendix printed in between.
+std::string launched(const std::string& dir, const std::string& line, int status,
+                     const std::string& fendix = "");
+// What the stand-in Fendix prints about the arguments it received.
+std::string standIn(const std::vector<std::string>& received);
 
 #endif  // TOVAK_TESTS_SUPPORT_H
