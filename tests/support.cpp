@@ -1,14 +1,11 @@
 #include "support.h"
 
-#include <spawn.h>
 #include <stdlib.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstring>
 #include <fstream>
 #include <iostream>
-#include <stdexcept>
 #include <utility>
 
 #include "entry/translation.h"
@@ -21,13 +18,6 @@ const int kFullyBuffered = std::setvbuf(stdout, nullptr, _IOFBF, 1 << 16);
 std::string contentsOf(const std::string& path) {
   std::ifstream file(path);
   return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-std::vector<char*> pointersTo(std::vector<std::string>& strings) {
-  std::vector<char*> pointers;
-  for (std::string& text : strings) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
 }
 
 }  // namespace
@@ -76,57 +66,7 @@ Translated translate(const std::vector<std::string>& words) {
   return result;
 }
 
-ChildResult runChild(const std::string& program, const std::string& argv0,
-                     const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& environment) {
-  std::vector<std::string> argvText{argv0};
-  argvText.insert(argvText.end(), arguments.begin(), arguments.end());
-  std::vector<std::string> envText = environment;
-  for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
-    if (const char* value = getenv(name)) envText.push_back(std::string(name) + "=" + value);
-  }
-  std::vector<char*> argv = pointersTo(argvText);
-  std::vector<char*> envp = pointersTo(envText);
-  char outPath[] = "/tmp/tovak-out-XXXXXX";
-  char errPath[] = "/tmp/tovak-err-XXXXXX";
-  const int outFd = mkstemp(outPath);
-  const int errFd = mkstemp(errPath);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, outFd, STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, errFd, STDERR_FILENO);
-  pid_t pid = 0;
-  const int failed =
-      posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), envp.data());
-  posix_spawn_file_actions_destroy(&actions);
-  int status = 0;
-  const bool waited = failed == 0 && waitpid(pid, &status, 0) == pid;
-  const ChildResult result{contentsOf(outPath), contentsOf(errPath),
-                           !waited                ? -1
-                           : WIFEXITED(status)    ? WEXITSTATUS(status)
-                                                  : 128 + WTERMSIG(status)};
-  for (const int fd : {outFd, errFd}) close(fd);
-  unlink(outPath);
-  unlink(errPath);
-  if (failed != 0) throw std::runtime_error("cannot start " + program);
-  return result;
-}
-
 std::string binDirectory() {
   char resolved[4096];
   return std::string(realpath(TOVAK_TEST_BIN_DIR, resolved)) + "/";
-}
-
-std::string launched(const std::string& dir, const std::string& line, int status,
-                     const std::string& fendix) {
-  return "The translated command is: \n" + dir + "./Fendix " + line + "\n" + fendix +
-         "The fendx return code is: " + std::to_string(status) + "\n";
-}
-
-std::string standIn(const std::vector<std::string>& received) {
-  std::string text = "Fendix stand-in received " + std::to_string(received.size()) + " arguments\n";
-  for (std::size_t i = 0; i < received.size(); ++i) {
-    text += "  [" + std::to_string(i + 1) + "] <" + received[i] + ">\n";
-  }
-  return text;
 }

@@ -1,6 +1,5 @@
-// What the tests and the fuzzer share: writable argument vectors, standard output captured
-// at the file descriptor, a translation as dll_main does it short of launching, and child
-// processes with exact arguments and an explicit environment.
+// What the in-process tests and the fuzzer share: writable argument vectors, standard output
+// captured at the file descriptor, and a translation as dll_main does it short of launching.
 #ifndef TOVAK_TESTS_SUPPORT_H
 #define TOVAK_TESTS_SUPPORT_H
 
@@ -42,23 +41,7 @@ struct Translated {
 // "tovak <words...>" through everything dll_main does but the launch.
 Translated translate(const std::vector<std::string>& words);
 
-struct ChildResult {
-  std::string out, err;
-  int exitCode = -1;  // 128 + signal for a killed child
-};
-// Runs program with argv[0] argv0 and exactly the environment given, plus the sanitizers'
-// settings of this process.
-ChildResult runChild(const std::string& program, const std::string& argv0,
-                     const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& environment = {});
-
 // The real path of build/bin, with a trailing "/".
 std::string binDirectory();
-
-// What exec prints around a run, with what Fendix printed in between.
-std::string launched(const std::string& dir, const std::string& line, int status,
-                     const std::string& fendix = "");
-// What the stand-in Fendix prints about the arguments it received.
-std::string standIn(const std::vector<std::string>& received);
 
 #endif  // TOVAK_TESTS_SUPPORT_H
