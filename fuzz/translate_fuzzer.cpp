@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
+#include <optional>
 #include <sstream>
 
 #include "../tests/support.h"
@@ -23,12 +25,28 @@ void check(bool holds, const char* property) {
   }
 }
 
-bool same(const Translated& a, const Translated& b) { return a.line == b.line && a.all == b.all; }
+struct Translated {
+  std::optional<std::string> line;  // nullopt: refused
+  std::string flushed, all;         // what was printed, as for OutputCapture
+  bool operator==(const Translated& o) const { return line == o.line && all == o.all; }
+};
 
-Translated checkedTranslation(const Tokens& tokens) {
-  const Translated run = translate(tokens);
+// "fuzz <tokens...>" through everything dll_main does but the launch, with the properties
+// every translation has.
+Translated translate(const Tokens& tokens) {
+  Tokens arguments{"fuzz"};
+  arguments.insert(arguments.end(), tokens.begin(), tokens.end());
+  ArgumentVector vector(arguments);
+  OutputCapture capture;
+  const tovak::Translation translation = tovak::translateArguments(vector.argc(), vector.argv());
+  const Translated run{translation.accepted ? std::optional(translation.commandLine) : std::nullopt,
+                       capture.flushed(), capture.all()};
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::size_t length = std::strlen(arguments[i].c_str());  // what the library sees
+    check(vector.argv()[i] == (i == 0 ? arguments[0] : std::string(length, ' ')),
+          "the caller's strings become blanks of the same lengths, argv[0] stays");
+  }
   const std::string output = " --output /var/log/Zantor_Support/";
-  check(run.blanked, "the caller's strings become blanks of the same lengths, argv[0] stays");
   check(run.line ? run.line->size() >= output.size() &&
                        run.line->substr(run.line->size() - output.size()) == output
                  : !run.all.empty(),
@@ -92,7 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     if (data[i] == '\n') tokens.emplace_back();
     else tokens.back().push_back(static_cast<char>(data[i]));
   }
-  const Translated run = checkedTranslation(tokens);
+  const Translated run = translate(tokens);
   const std::string word = tokens[0].c_str();  // what the library sees: up to a NUL
   static const std::map<std::string, std::string> kOtherWord = {
       {"co", "compare"}, {"compare", "co"}, {"up", "update"},     {"update", "up"},
@@ -100,14 +118,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (const auto other = kOtherWord.find(word); other != kOtherWord.end()) {
     Tokens renamed = tokens;
     renamed[0] = other->second;
-    check(same(checkedTranslation(renamed), run), "both command words do the same");
+    check(translate(renamed) == run, "both command words do the same");
   }
   const SupportedParameterTable table = TableOf::of(word);
   if (run.line) {
     if (const std::optional<Tokens> longForm = withLongForm(tokens, table)) {
-      const Translated rewritten = checkedTranslation(*longForm);
-      check(!rewritten.line || rewritten.line == run.line,
-            "an option in its long form translates as in its short form");
+      const std::optional<std::string> rewritten = translate(*longForm).line;
+      check(!rewritten || rewritten == run.line, "an option's long form translates as its short");
     }
     Tokens extended = tokens;
     extended.push_back("--x" + tokens.back());
@@ -115,7 +132,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string name = seen.substr(0, seen.find('='));
     const auto known = [&](const auto& row) { return row.first == name || row.second == name; };
     if (std::none_of(table.begin(), table.end(), known)) {
-      const Translated refused = checkedTranslation(extended);
+      const Translated refused = translate(extended);
       check(!refused.line && refused.flushed.empty() &&
                 refused.all == "The parameter: " + name + " is not supported!",
             "an unknown long option is refused by its name, unflushed");

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Checks that libtovak.so defines exactly the dynamic symbols its public headers declare:
-dll_main, each exported function, every member an exported class declares (pure virtual
-ones excepted) and the classes' vtables and type information. Names are compared
-demangled, so the constructor and destructor variants count once.
-
-usage: check_exported_symbols.py LIBRARY INCLUDE_DIR"""
+# Checks that libtovak.so defines exactly the dynamic symbols its public headers declare:
+# dll_main, each exported function, every member an exported class declares (pure virtual
+# ones excepted) and the classes' vtables and type information. Names are compared
+# demangled, so the constructor and destructor variants count once.
+#
+# usage: check_exported_symbols.py LIBRARY INCLUDE_DIR
 import pathlib
 import re
 import subprocess
@@ -15,8 +15,8 @@ TABLE = f"std::vector<std::pair<{STRING}, {STRING} >, std::allocator<std::pair<{
 DECLARATION = re.compile(r"(?:TOVAK_API|virtual|explicit|\s)*([\w:*& ]*?)\s*(~?\w+)\(([^)]*)\)([^;{]*)")
 
 
+# The name c++filt prints for a declaration.
 def demangled(result, scope, name, arguments):
-    """The name c++filt prints for a declaration."""
     types = [re.sub(r"\s*\w+$", "", a.strip()) for a in arguments.split(",") if a.strip()]
     types = [t.replace("SupportedParameterTable", TABLE).replace("std::string", STRING) for t in types]
     # A string result not seen among the argument types is tagged in the mangled name.

@@ -14,24 +14,13 @@ namespace {
 
 // The classes as a caller compiled against the headers lays them out. A caller builds
 // Parameters on its stack and derives from CommandBase: a member added, dropped or moved
-// breaks it silently.
-struct ParametersLayout {
-  void* vptr;
-  std::string command;
-  std::vector<std::string> parameterList;
-};
-struct CommandLayout {
-  void* vptr;
-  SupportedParameterTable supportedParameters;
-  Parameters* parameters;
-  std::string commandLine;
-  std::string commandName;  // CompareUpdateCommand's own
-};
-struct TestLayout {
-  void* vptr;
-  int argc;
-  char** argv;
-};
+// breaks it silently. The last field of CommandLayout is CompareUpdateCommand's own.
+// clang-format off
+struct ParametersLayout { void* vptr; std::string command; std::vector<std::string> parameterList; };
+struct CommandLayout { void* vptr; SupportedParameterTable supportedParameters; Parameters* parameters;
+                       std::string commandLine; std::string commandName; };
+struct TestLayout { void* vptr; int argc; char** argv; };
+// clang-format on
 
 template <typename T>
 const T& fieldAt(const void* object, std::size_t offset) {
@@ -50,31 +39,32 @@ std::size_t slotOf(Member member) {
 TEST(InterfaceTest, ClassesKeepTheLayoutCallersAssume) {
   ArgumentVector vector({"t", "qk", "-s"});
   Parameters parameters(vector.argc(), vector.argv());
-  EXPECT_EQ(sizeof parameters, sizeof(ParametersLayout));
-  EXPECT_EQ(fieldAt<std::string>(&parameters, offsetof(ParametersLayout, command)), "qk");
-  EXPECT_EQ(fieldAt<std::vector<std::string>>(&parameters, offsetof(ParametersLayout, parameterList)),
-            std::vector<std::string>{"-s"});
   CompareUpdateCommand compare(&parameters, "compare");
   QuenmarkCommand quenmark(&parameters);
+  ::Test test(7, vector.argv());  // not GoogleTest's
   EXPECT_TRUE(quenmark.run());
+  EXPECT_EQ(sizeof parameters, sizeof(ParametersLayout));
   EXPECT_EQ(sizeof compare, sizeof(CommandLayout));
-  EXPECT_EQ(fieldAt<std::string>(&compare, offsetof(CommandLayout, commandName)), "compare");
+  EXPECT_EQ(sizeof test, sizeof(TestLayout));
   for (const std::size_t size : {sizeof(CommandBase), sizeof(AcquireCommand), sizeof quenmark}) {
     EXPECT_EQ(size, offsetof(CommandLayout, commandName));
   }
-  EXPECT_EQ(fieldAt<SupportedParameterTable>(&quenmark, offsetof(CommandLayout, supportedParameters)).size(),
-            4u);
+  EXPECT_EQ(fieldAt<std::string>(&parameters, offsetof(ParametersLayout, command)), "qk");
+  EXPECT_EQ(fieldAt<std::vector<std::string>>(&parameters, offsetof(ParametersLayout, parameterList)),
+            std::vector<std::string>{"-s"});
+  EXPECT_EQ(fieldAt<SupportedParameterTable>(&quenmark, offsetof(CommandLayout, supportedParameters)),
+            (SupportedParameterTable{{"-s", "--scan"}, {"--vq-address", ""}, {"--vq-user", ""},
+                                     {"--vq-password", ""}}));
   EXPECT_EQ(fieldAt<Parameters*>(&quenmark, offsetof(CommandLayout, parameters)), &parameters);
   EXPECT_EQ(fieldAt<std::string>(&quenmark, offsetof(CommandLayout, commandLine)),
             quenmark.getCommandLine());
+  EXPECT_EQ(fieldAt<std::string>(&compare, offsetof(CommandLayout, commandName)), "compare");
+  EXPECT_EQ(fieldAt<int>(&test, offsetof(TestLayout, argc)), 7);
+  EXPECT_EQ(fieldAt<char**>(&test, offsetof(TestLayout, argv)), vector.argv());
   // Slots 0 and 1 hold the destructors.
   EXPECT_EQ(slotOf(&CommandBase::addSupportedParameters), 2u);
   EXPECT_EQ(slotOf(&CommandBase::checkConflictParameters), 3u);
   EXPECT_EQ(slotOf(&CommandBase::translateParameters), 4u);
-  ::Test test(7, vector.argv());  // not GoogleTest's
-  EXPECT_EQ(sizeof test, sizeof(TestLayout));
-  EXPECT_EQ(fieldAt<int>(&test, offsetof(TestLayout, argc)), 7);
-  EXPECT_EQ(fieldAt<char**>(&test, offsetof(TestLayout, argv)), vector.argv());
 }
 
 TEST(InterfaceTest, MissingStringsReadAsEmpty) {

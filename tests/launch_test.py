@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
-"""build/bin/tovak as a child process, its output compared byte for byte: every legacy
-line of lines.txt against the stand-in Fendix, a very long line, the path functions under
-odd program names and places, and the faults the shell and the loader report. With
---valgrind the lines run under memcheck instead, which must find no error and no leak.
-
-usage: launch_test.py BIN_DIR LINES_FILE FAILING_MALLOC [--valgrind] [--sanitized]"""
+# Every case of lines.txt through a host of our own that calls the library (flushed and
+# unflushed output told apart, the caller's strings checked for blanks) and every legacy line
+# through build/bin/tovak against the stand-in Fendix, byte for byte; then a very long line,
+# the path functions under odd program names and places, and the faults the shell and the
+# loader report. With --valgrind the legacy lines run under memcheck instead, which must find
+# no error and no leak.
+#
+# usage: launch_test.py BIN_DIR LINES_FILE FAILING_MALLOC [--valgrind] [--sanitized]
 import concurrent.futures
 import os
+import re
 import shlex
 import shutil
 import subprocess
 import sys
 import tempfile
 
-BIN = os.path.realpath(sys.argv[1]) + "/"
+BIN, LINES, FAILING_MALLOC = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3])
 OUTPUT = " --output /var/log/Zantor_Support/"
 VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds=definite,indirect,possible",
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
@@ -21,11 +24,12 @@ SANITIZERS = {k: v for k, v in os.environ.items() if k.endswith("SAN_OPTIONS")}
 failures = []
 
 
+# Exit code, standard output and error of a child with exactly the environment given.
 def run(program, arguments, env=None, argv0=None, prefix=()):
-    """Exit code, standard output and error of a child with exactly the environment given."""
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
-        code = subprocess.run([*prefix, argv0 if argv0 is not None else program, *arguments], executable=prefix[0] if prefix else program,
-                              env={**SANITIZERS, **(env or {})}, stdout=out, stderr=err).returncode
+        code = subprocess.run([*prefix, program if argv0 is None else argv0, *arguments],
+                              executable=(prefix or [program])[0], env={**SANITIZERS, **(env or {})},
+                              stdout=out, stderr=err).returncode
         out.seek(0), err.seek(0)
         return code, out.read().decode(errors="replace"), err.read().decode(errors="replace")
 
@@ -43,48 +47,54 @@ def stand_in(words):
     return f"Fendix stand-in received {len(words)} arguments\n" + "".join(f"  [{i}] <{w}>\n" for i, w in enumerate(words, 1))
 
 
-def cases(path):
-    """(label, words, Fendix line or None, printed) of each legacy line of the data file."""
-    for line in open(path, encoding="utf-8"):
+# label, host arguments, Fendix line (None: refused or not a legacy line), flushed, unflushed.
+def cases():
+    for line in open(LINES, encoding="utf-8"):
         if line.startswith("#") or not line.strip():
             continue
         label, rest = line.rstrip("\n").split(": ", 1)
         words, outcome = rest.split(" =>", 1)
-        outcome, *messages = outcome.replace(" ~ ", " > ").split(" > ")
-        if outcome.split(" ")[1:2] not in (["ask"], ["tokens"], ["self-test"]):
-            printed = "".join(m[:-1] + ("\n" if f" > {m}" in rest else "") for m in messages)
-            yield label, shlex.split(words), None if outcome == " refused" else outcome[1:] + OUTPUT, printed
+        outcome, messages = (re.split(r"(?= [>~] )", outcome, maxsplit=1) + [""])[:2]
+        flushed = "".join(text + "\n" for kind, text in re.findall(r" ([>~]) (.*?)\|", messages) if kind == ">")
+        unflushed = "".join(text for kind, text in re.findall(r" ([>~]) (.*?)\|", messages) if kind == "~")
+        how = shlex.split(outcome)[:3] if outcome.split(" ")[1:2] in (["ask"], ["self-test"]) else ["line"]
+        fendix = None if how != ["line"] or outcome == " refused" else outcome[1:] + OUTPUT
+        yield label, [*how, *shlex.split(words)], fendix, flushed, unflushed
 
 
-def legacy_lines(valgrind):
-    all_cases = list(cases(sys.argv[2]))
+def every_case(valgrind):
+    all_cases = list(cases())
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
-        runs = pool.map(lambda case: run(BIN + "tovak", case[1], prefix=VALGRIND if valgrind else ()), all_cases)
-    for (label, words, line, printed), (code, out, _) in zip(all_cases, runs):
+        hosted = list(pool.map(lambda case: run(BIN + "host", case[1]), all_cases))
+        lines = [case for case in all_cases if case[1][0] == "line"]
+        launched_lines = list(pool.map(lambda case: run(BIN + "tovak", case[1][1:], prefix=VALGRIND if valgrind else ()), lines))
+    for (label, arguments, fendix, flushed, unflushed), (code, out, err) in zip(all_cases, hosted):
+        if arguments[0] != "line":
+            expect(label, (out.replace("\0", ""), err), (flushed + unflushed, ""))
+        elif not valgrind:
+            expect(label, (code, out, err), (0 if fendix else 1, flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed, ""))
+    for (label, arguments, fendix, flushed, unflushed), (code, out, err) in zip(lines, launched_lines):
         if valgrind:
-            expect(f"valgrind: {label}", code, 0 if line else 1)
-            continue
-        expect(label, out, printed + (launched(BIN, line, 0, stand_in(shlex.split(line))) if line else ""))
-        expect(f"{label}: exit code", code, 0 if line else 1)
+            expect(f"valgrind: {label}", code, 0 if fendix else 1)
+        else:
+            expect(f"launcher: {label}", (code, out), (0 if fendix else 1, flushed + unflushed + (launched(BIN, fendix, 0, stand_in(shlex.split(fendix))) if fendix else "")))
 
 
 def long_line_and_paths():
-    many = ["-F", "--local=/srv"] * 50000
     line = "update compare --type fw --dir /srv" + OUTPUT
-    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *many], {"FENDIX_EXIT_CODE": "3"}),
+    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
            (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
-    probe = BIN + "path_probe"  # prints the executable's directory, then its own module's
-    for argv0, module in [(probe, BIN), ("path_probe", BIN), ("./nowhere/path_probe", ""),
-                          ("/nowhere/path_probe", ""), ("", "")]:
-        expect(f"paths for argv[0] {argv0!r}", run(probe, [], argv0=argv0)[1], f"{BIN}\n{module}\n")
+    # "host paths" prints the executable's directory, then the host's module directory.
+    for argv0, module in [(BIN + "host", BIN), ("host", BIN), ("./nowhere/host", ""), ("/nowhere/host", ""), ("", "")]:
+        expect(f"paths for argv[0] {argv0!r}", run(BIN + "host", ["paths"], argv0=argv0)[1], f"\0{BIN}\n{module}\n")
     # Past PATH_MAX the link to the executable is cut short: no directory rather than a wrong one.
     top = tempfile.mkdtemp(prefix="tovak-deep-")
     os.chdir(top)
     for _ in range(20):
         os.mkdir("d" * 250)
         os.chdir("d" * 250)
-    shutil.copy(probe, "path_probe")
-    expect("paths past PATH_MAX", run("./path_probe", [])[1], "\n\n")
+    shutil.copy(BIN + "host", "host")
+    expect("paths past PATH_MAX", run("./host", ["paths"], argv0="host")[1], "\0\n\n")
     os.chdir(BIN)
     subprocess.run(["rm", "-rf", top], check=True)
 
@@ -95,7 +105,7 @@ def faults(sanitized):
     if sanitized:
         failing = [""] * 140000, {"ASAN_OPTIONS": "allocator_may_return_null=1:max_allocation_size_mb=1"}
     else:
-        failing = ["co", "-l", "x" * 54321], {"TOVAK_FAIL_MALLOC_SIZE": "54322", "LD_PRELOAD": sys.argv[3]}
+        failing = ["co", "-l", "x" * 54321], {"TOVAK_FAIL_MALLOC_SIZE": "54322", "LD_PRELOAD": FAILING_MALLOC}
     expect("failed allocation", run(BIN + "tovak", *failing), (0, "", ""))
     lonely = tempfile.mkdtemp(prefix="tovak-fault-") + "/"
     for name in ("tovak", "libtovak.so"):
@@ -105,7 +115,7 @@ def faults(sanitized):
     with open(lonely + "Fendix", "w") as fendix:
         fendix.write("not a program\n")
     expect("Fendix not executable", run(lonely + "tovak", ["qk"])[:2], (126, launched(lonely, OUTPUT, 32256)))
-    shutil.copy(sys.argv[3], lonely + "libtovak.so")
+    shutil.copy(FAILING_MALLOC, lonely + "libtovak.so")
     expect("library without dll_main", run(lonely + "tovak", ["co"]), (125, "", "tovak: libtovak.so has no dll_main\n"))
     os.remove(lonely + "libtovak.so")
     code, _, err = run(lonely + "tovak", ["co"])
@@ -113,13 +123,11 @@ def faults(sanitized):
     shutil.rmtree(lonely)
 
 
+every_case(valgrind="--valgrind" in sys.argv)
 if "--valgrind" in sys.argv:
-    legacy_lines(valgrind=True)
-    code, _, _ = run(BIN + "tovak", ["compare"] + ["-F", "--local=/srv/repo"] * 5000, prefix=VALGRIND)
-    expect("valgrind: 10,000 tokens", code, 0)
+    expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
 else:
-    legacy_lines(valgrind=False)
     long_line_and_paths()
     faults("--sanitized" in sys.argv)
-print("\n".join(failures) or "all launches as expected")
+print("\n".join(failures) or "all runs as expected")
 sys.exit(1 if failures else 0)

@@ -3,12 +3,9 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <utility>
-
-#include "entry/translation.h"
 
 namespace {
 
@@ -49,21 +46,6 @@ std::string OutputCapture::all() {
   std::cout.flush();
   std::fflush(stdout);
   return flushed();
-}
-
-Translated translate(const std::vector<std::string>& words) {
-  std::vector<std::string> arguments{"/opt/t/tovak"};
-  arguments.insert(arguments.end(), words.begin(), words.end());
-  ArgumentVector vector(arguments);
-  OutputCapture capture;
-  const tovak::Translation translation = tovak::translateArguments(vector.argc(), vector.argv());
-  Translated result{translation.accepted ? std::optional(translation.commandLine) : std::nullopt,
-                    capture.flushed(), capture.all(),
-                    std::strcmp(vector.argv()[0], "/opt/t/tovak") == 0};
-  for (std::size_t i = 1; i < arguments.size(); ++i) {
-    result.blanked &= vector.argv()[i] == std::string(std::strlen(arguments[i].c_str()), ' ');
-  }
-  return result;
 }
 
 std::string binDirectory() {

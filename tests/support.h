@@ -1,10 +1,9 @@
-// What the in-process tests and the fuzzer share: writable argument vectors, standard output
-// captured at the file descriptor, and a translation as dll_main does it short of launching.
+// What the in-process tests and the fuzzer share: writable argument vectors and standard
+// output captured at the file descriptor.
 #ifndef TOVAK_TESTS_SUPPORT_H
 #define TOVAK_TESTS_SUPPORT_H
 
 #include <cstdio>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,14 +31,6 @@ class OutputCapture {
   std::FILE* file_;
   int saved_;
 };
-
-struct Translated {
-  std::optional<std::string> line;  // nullopt: refused
-  std::string flushed, all;         // what was printed, as for OutputCapture
-  bool blanked;  // the caller's argv[1..] became blanks of the same lengths, argv[0] stayed
-};
-// "tovak <words...>" through everything dll_main does but the launch.
-Translated translate(const std::vector<std::string>& words);
 
 // The real path of build/bin, with a trailing "/".
 std::string binDirectory();
