@@ -1,6 +1,9 @@
 // Feeds arbitrary argument vectors through everything dll_main does short of running the
 // tool, and through the self-test, checking properties that a wrong translation breaks.
 // Input: the argument tokens separated by '\n', the first one being the command word.
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -8,9 +11,7 @@
 #include <cstring>
 #include <map>
 #include <optional>
-#include <sstream>
 
-#include "../tests/support.h"
 #include "entry/translation.h"
 #include "tovak/test.h"
 
@@ -25,27 +26,52 @@ void check(bool holds, const char* property) {
   }
 }
 
-struct Translated {
+// What reached file descriptor 1, a memory file meanwhile, since the capture began.
+std::string captured(int file) {
+  std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
+  check(pread(file, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()), "read");
+  return text;
+}
+
+struct Printed {
+  std::string flushed, all;  // what the call flushed, and what it left in the buffer as well
+};
+
+// Calls body with the writable vector "fuzz <tokens...>", as a launcher hands it over.
+template <typename Body>
+Printed printedBy(const Tokens& tokens, Body body) {
+  Tokens strings{"fuzz"};
+  strings.insert(strings.end(), tokens.begin(), tokens.end());
+  std::vector<char*> argv;
+  for (std::string& text : strings) argv.push_back(text.data());
+  std::fflush(stdout);
+  const int saved = dup(STDOUT_FILENO), file = memfd_create("stdout", 0);
+  dup2(file, STDOUT_FILENO);
+  body(static_cast<int>(argv.size()), argv.data());
+  Printed printed{captured(file), ""};
+  std::fflush(stdout);
+  printed.all = captured(file);
+  dup2(saved, STDOUT_FILENO);
+  close(saved), close(file);
+  return printed;
+}
+
+struct Translated : Printed {
   std::optional<std::string> line;  // nullopt: refused
-  std::string flushed, all;         // what was printed, as for OutputCapture
   bool operator==(const Translated& o) const { return line == o.line && all == o.all; }
 };
 
-// "fuzz <tokens...>" through everything dll_main does but the launch, with the properties
-// every translation has.
 Translated translate(const Tokens& tokens) {
-  Tokens arguments{"fuzz"};
-  arguments.insert(arguments.end(), tokens.begin(), tokens.end());
-  ArgumentVector vector(arguments);
-  OutputCapture capture;
-  const tovak::Translation translation = tovak::translateArguments(vector.argc(), vector.argv());
-  const Translated run{translation.accepted ? std::optional(translation.commandLine) : std::nullopt,
-                       capture.flushed(), capture.all()};
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::size_t length = std::strlen(arguments[i].c_str());  // what the library sees
-    check(vector.argv()[i] == (i == 0 ? arguments[0] : std::string(length, ' ')),
-          "the caller's strings become blanks of the same lengths, argv[0] stays");
-  }
+  Translated run;
+  static_cast<Printed&>(run) = printedBy(tokens, [&](int argc, char** argv) {
+    const tovak::Translation translation = tovak::translateArguments(argc, argv);
+    if (translation.accepted) run.line = translation.commandLine;
+    for (int i = 0; i < argc; ++i) {
+      const std::size_t length = i == 0 ? 4 : std::strlen(tokens[i - 1].c_str());
+      check(argv[i] == (i == 0 ? "fuzz" : std::string(length, ' ')),
+            "the caller's strings become blanks of the same lengths, argv[0] stays");
+    }
+  });
   const std::string output = " --output /var/log/Zantor_Support/";
   check(run.line ? run.line->size() >= output.size() &&
                        run.line->substr(run.line->size() - output.size()) == output
@@ -58,8 +84,7 @@ Translated translate(const Tokens& tokens) {
 // derived class.
 struct TableOf : CommandBase {
   static SupportedParameterTable of(const std::string& word) {
-    ArgumentVector none({"fuzz"});
-    Parameters parameters(none.argc(), none.argv());
+    Parameters parameters(0, nullptr);
     const auto translator = tovak::createTranslator(word, &parameters);
     if (translator == nullptr) return {};
     translator->addSupportedParameters();
@@ -87,22 +112,12 @@ std::optional<Tokens> withLongForm(Tokens tokens, const SupportedParameterTable&
   return std::nullopt;
 }
 
-// The self-test echoes each element on a line of its own: reading them back gives the vector.
-void checkSelfTestEchoesTheVector(Tokens tokens) {
-  tokens.insert(tokens.begin(), "fuzz");
-  ArgumentVector vector(tokens);
-  OutputCapture capture;
-  Test(vector.argc(), vector.argv()).printCommandAndParamaters();
-  std::istringstream lines(capture.all());
-  std::string line;
-  std::getline(lines, line);
-  check(line == "argc: " + std::to_string(tokens.size()), "self-test counts the vector");
-  for (std::size_t i = 0; i < tokens.size() && std::getline(lines, line); ++i) {
-    check(line == "argv[" + std::to_string(i) + "]:" + vector.argv()[i], "self-test echoes");
-  }
-}
-
 }  // namespace
+
+// Fully buffered whatever fd 1 is, so that only an explicit flush reaches the capture.
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  return std::setvbuf(stdout, nullptr, _IOFBF, 1 << 16);
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   Tokens tokens(1);
@@ -138,6 +153,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
             "an unknown long option is refused by its name, unflushed");
     }
   }
-  checkSelfTestEchoesTheVector(tokens);
+  // The self-test's echo reads back as the vector: its count, then each element on a line.
+  std::string echo = "argc: " + std::to_string(tokens.size() + 1) + "\nargv[0]:fuzz\n";
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    echo += "argv[" + std::to_string(i + 1) + "]:" + tokens[i].c_str() + "\n";
+  }
+  const std::string printed =
+      printedBy(tokens, [](int argc, char** argv) { Test(argc, argv).printCommandAndParamaters(); }).all;
+  check(printed.compare(0, echo.size(), echo) == 0, "the self-test echoes the vector");
   return 0;
 }

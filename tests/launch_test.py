@@ -80,6 +80,16 @@ def every_case(valgrind):
             expect(f"launcher: {label}", (code, out), (0 if fendix else 1, flushed + unflushed + (launched(BIN, fendix, 0, stand_in(shlex.split(fendix))) if fendix else "")))
 
 
+def interface():
+    libc = os.path.dirname(next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line))
+    expect("interface", run(BIN + "host", ["interface", "0", "1", "256", "768", "32512", "9", "-1", "4991"]), (0, (
+        "sizes 1, fields 1, slots 2 3 4\nholes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
+        "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
+        "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"
+        f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n"
+        "0 1 1 3 127 137 255 255 "), ""))
+
+
 def long_line_and_paths():
     line = "update compare --type fw --dir /srv" + OUTPUT
     expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
@@ -127,6 +137,7 @@ every_case(valgrind="--valgrind" in sys.argv)
 if "--valgrind" in sys.argv:
     expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
 else:
+    interface()
     long_line_and_paths()
     faults("--sanitized" in sys.argv)
 print("\n".join(failures) or "all runs as expected")

@@ -1,18 +1,24 @@
-// A host of the library's own for the tests. "host line <words>" calls dll_main with the
-// vector "/opt/t/tovak <words>" and exits with its status; "host self-test <words>" runs the
-// self-test on that vector; "host ask <parameter1> <parameter2> <words>" asks the queries and
-// prints their answers; "host paths" prints the executable's directory and this program's.
+// A host of the library's own for the tests, reporting on standard output what it saw:
+//   host line <words>                   dll_main on "/opt/t/tovak <words>", exiting with its status
+//   host self-test <words>              the self-test on that vector
+//   host ask <name1> <name2> <words>    the parameter queries on it, and their answers
+//   host paths                          the executable's directory and this program's
+//   host interface <statuses>           class layouts, vectors with missing strings, exec, and
+//                                       the launcher's exit codes for the statuses
 // system() is replaced by one that runs nothing, so that a line prints what dll_main prints
 // and launches nothing. After the call one NUL byte goes straight to the descriptor: what
 // stands before it was flushed during the call, what follows was left in the buffers.
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "exit_code.h"
 #include "tovak/tovak.h"
 
 extern "C" int system(const char*) { return 0; }
@@ -30,13 +36,84 @@ void ask(Parameters& parameters, const std::string& first, const std::string& se
               parameters.ifParameterInVectorpair(first, table));
 }
 
+// The classes as a caller compiled against the headers lays them out. A caller builds
+// Parameters on its stack and derives from CommandBase: a member added, dropped or moved
+// breaks it silently. The last field of CommandLayout is CompareUpdateCommand's own.
+// clang-format off
+struct ParametersLayout { void* vptr; std::string command; std::vector<std::string> parameterList; };
+struct CommandLayout { void* vptr; SupportedParameterTable supportedParameters; Parameters* parameters;
+                       std::string commandLine; std::string commandName; };
+struct TestLayout { void* vptr; int argc; char** argv; };
+// clang-format on
+
+template <typename T>
+const T& fieldAt(const void* object, std::size_t offset) {
+  return *reinterpret_cast<const T*>(static_cast<const char*>(object) + offset);
+}
+
+// The vtable slot of a virtual member function, whose pointer holds 1 + the byte offset.
+template <typename Member>
+std::size_t slotOf(Member member) {
+  std::size_t raw[2];
+  static_assert(sizeof member == sizeof raw);
+  std::memcpy(raw, &member, sizeof raw);
+  return (raw[0] - 1) / sizeof(void*);
+}
+
+void checkLayouts(char** vector) {  // "t qk -s"
+  Parameters parameters(3, vector);
+  CompareUpdateCommand compare(&parameters, "compare");
+  QuenmarkCommand quenmark(&parameters);
+  Test test(7, vector);
+  quenmark.run();
+  const std::size_t base = offsetof(CommandLayout, commandName);
+  const bool fields =
+      fieldAt<std::string>(&parameters, offsetof(ParametersLayout, command)) == "qk" &&
+      fieldAt<std::vector<std::string>>(&parameters, offsetof(ParametersLayout, parameterList)) ==
+          std::vector<std::string>{"-s"} &&
+      fieldAt<SupportedParameterTable>(&quenmark, offsetof(CommandLayout, supportedParameters))
+              .size() == 4 &&
+      fieldAt<Parameters*>(&quenmark, offsetof(CommandLayout, parameters)) == &parameters &&
+      fieldAt<std::string>(&quenmark, offsetof(CommandLayout, commandLine)) ==
+          quenmark.getCommandLine() &&
+      fieldAt<std::string>(&compare, offsetof(CommandLayout, commandName)) == "compare" &&
+      fieldAt<int>(&test, offsetof(TestLayout, argc)) == 7 &&
+      fieldAt<char**>(&test, offsetof(TestLayout, argv)) == vector;
+  std::printf("sizes %d, fields %d, slots %zu %zu %zu\n",
+              sizeof parameters == sizeof(ParametersLayout) && sizeof compare == sizeof(CommandLayout) &&
+                  sizeof test == sizeof(TestLayout) && sizeof(CommandBase) == base &&
+                  sizeof(AcquireCommand) == base && sizeof quenmark == base,
+              fields, slotOf(&CommandBase::addSupportedParameters),
+              slotOf(&CommandBase::checkConflictParameters), slotOf(&CommandBase::translateParameters));
+}
+
+void checkInterface(char** statuses) {
+  char dash[] = "-x";
+  char* strings[] = {nullptr, nullptr, dash, nullptr};
+  char vector[][3] = {"t", "qk", "-s"};
+  char* pointers[] = {vector[0], vector[1], vector[2]};
+  checkLayouts(pointers);
+  std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
+              Parameters(4, strings).isSetParameter("-x", ""), Parameters(3, nullptr).getCommand().c_str());
+  const int missingVector = dll_main(2, nullptr);
+  std::printf("%d %d\n", missingVector, dll_main(3, strings));
+  Test(2, nullptr).printCommandAndParamaters();
+  Test(2, nullptr).testParameters();
+  std::printf("%d %s %s\n", exec(""), GetCurProcessPath().c_str(), GetSysTempPath().c_str());
+  std::printf("modules: %s %s '%s'\n", GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str(),
+              GetModulePathLin(reinterpret_cast<void*>(&::getenv)).c_str(),
+              GetModulePathLin(nullptr).c_str());
+  for (; *statuses != nullptr; ++statuses) {
+    std::printf("%d ", launcher::exitCodeFor(std::atoi(*statuses)));
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::string how = argc > 1 ? argv[1] : "paths";
-  const int words = how == "ask" ? 4 : 2;
   std::vector<std::string> strings{"/opt/t/tovak"};
-  strings.insert(strings.end(), argv + std::min(words, argc), argv + argc);
+  strings.insert(strings.end(), argv + std::min(how == "ask" ? 4 : 2, argc), argv + argc);
   std::vector<char*> vector;
   for (std::string& text : strings) vector.push_back(text.data());
   Parameters parameters(static_cast<int>(vector.size()), vector.data());
@@ -52,6 +129,7 @@ int main(int argc, char** argv) {
     std::printf("%s\n%s\n", GetCurProcessPathLin().c_str(),
                 GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str());
   }
+  if (how == "interface") checkInterface(argv + 2);
   write(STDOUT_FILENO, "", 1);
   // The caller's strings after the first: blanks now, each as long as before.
   for (std::size_t i = 0; how == "line" && i < strings.size(); ++i) {
