@@ -13,6 +13,8 @@ function(tovak_instrument target)
   if(TOVAK_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${TOVAK_SANITIZE}
                            -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # Bounds-checked standard containers: an index one past the end aborts there too.
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
     target_link_options(${target} PRIVATE -fsanitize=${TOVAK_SANITIZE})
   endif()
   if(TOVAK_BUILD_FUZZER)

@@ -6,7 +6,7 @@
 # loader report. With --valgrind the legacy lines run under memcheck instead, which must find
 # no error and no leak.
 #
-# usage: launch_test.py BIN_DIR LINES_FILE FAILING_MALLOC [--valgrind] [--sanitized]
+# usage: launch_test.py BIN_DIR LINES_FILE FAILING_MALLOC LIBDIR_FROM_BINDIR [--valgrind] [--sanitized]
 import concurrent.futures
 import os
 import re
@@ -16,7 +16,7 @@ import subprocess
 import sys
 import tempfile
 
-BIN, LINES, FAILING_MALLOC = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3])
+BIN, LINES, FAILING_MALLOC, LIBDIR = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4]
 OUTPUT = " --output /var/log/Zantor_Support/"
 VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds=definite,indirect,possible",
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
@@ -25,11 +25,11 @@ failures = []
 
 
 # Exit code, standard output and error of a child with exactly the environment given.
-def run(program, arguments, env=None, argv0=None, prefix=()):
+def run(program, arguments, env=None, argv0=None, prefix=(), cwd=None):
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
         code = subprocess.run([*prefix, program if argv0 is None else argv0, *arguments],
                               executable=(prefix or [program])[0], env={**SANITIZERS, **(env or {})},
-                              stdout=out, stderr=err).returncode
+                              stdout=out, stderr=err, cwd=cwd).returncode
         out.seek(0), err.seek(0)
         return code, out.read().decode(errors="replace"), err.read().decode(errors="replace")
 
@@ -47,19 +47,20 @@ def stand_in(words):
     return f"Fendix stand-in received {len(words)} arguments\n" + "".join(f"  [{i}] <{w}>\n" for i, w in enumerate(words, 1))
 
 
-# label, host arguments, Fendix line (None: refused or not a legacy line), flushed, unflushed.
+# label, host arguments, Fendix line (None: refused or not a legacy line), what is printed
+# flushed, unflushed, and all of it in order.
 def cases():
     for line in open(LINES, encoding="utf-8"):
         if line.startswith("#") or not line.strip():
             continue
-        label, rest = line.rstrip("\n").split(": ", 1)
+        label, rest = line.rstrip("\n").split(":", 1)
         words, outcome = rest.split(" =>", 1)
         outcome, messages = (re.split(r"(?= [>~] )", outcome, maxsplit=1) + [""])[:2]
-        flushed = "".join(text + "\n" for kind, text in re.findall(r" ([>~]) (.*?)\|", messages) if kind == ">")
-        unflushed = "".join(text for kind, text in re.findall(r" ([>~]) (.*?)\|", messages) if kind == "~")
+        texts = [(kind, text + "\n" * (kind == ">")) for kind, text in re.findall(r" ([>~]) (.*?)\|", messages)]
+        flushed, unflushed = ("".join(text for kind, text in texts if kind == wanted) for wanted in ">~")
         how = shlex.split(outcome)[:3] if outcome.split(" ")[1:2] in (["ask"], ["self-test"]) else ["line"]
         fendix = None if how != ["line"] or outcome == " refused" else outcome[1:] + OUTPUT
-        yield label, [*how, *shlex.split(words)], fendix, flushed, unflushed
+        yield label, [*how, *shlex.split(words)], fendix, flushed, unflushed, "".join(text for _, text in texts)
 
 
 def every_case(valgrind):
@@ -68,12 +69,12 @@ def every_case(valgrind):
         hosted = list(pool.map(lambda case: run(BIN + "host", case[1]), all_cases))
         lines = [case for case in all_cases if case[1][0] == "line"]
         launched_lines = list(pool.map(lambda case: run(BIN + "tovak", case[1][1:], prefix=VALGRIND if valgrind else ()), lines))
-    for (label, arguments, fendix, flushed, unflushed), (code, out, err) in zip(all_cases, hosted):
+    for (label, arguments, fendix, flushed, unflushed, in_order), (code, out, err) in zip(all_cases, hosted):
         if arguments[0] != "line":
-            expect(label, (out.replace("\0", ""), err), (flushed + unflushed, ""))
+            expect(label, (out.replace("\0", ""), err), (in_order, ""))
         elif not valgrind:
             expect(label, (code, out, err), (0 if fendix else 1, flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed, ""))
-    for (label, arguments, fendix, flushed, unflushed), (code, out, err) in zip(lines, launched_lines):
+    for (label, arguments, fendix, flushed, unflushed, _), (code, out, err) in zip(lines, launched_lines):
         if valgrind:
             expect(f"valgrind: {label}", code, 0 if fendix else 1)
         else:
@@ -82,12 +83,12 @@ def every_case(valgrind):
 
 def interface():
     libc = os.path.dirname(next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line))
-    expect("interface", run(BIN + "host", ["interface", "0", "1", "256", "768", "32512", "9", "-1", "4991"]), (0, (
+    expect("interface", run(BIN + "host", ["interface", "0", "1", "256", "768", "32512", "9", "-1", "-2", "4991"]), (0, (
         "sizes 1, fields 1, slots 2 3 4\nholes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
         "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
         "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"
         f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n"
-        "0 1 1 3 127 137 255 255 "), ""))
+        "0 1 1 3 127 137 255 255 255 "), ""))
 
 
 def long_line_and_paths():
@@ -96,7 +97,7 @@ def long_line_and_paths():
            (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
     # "host paths" prints the executable's directory, then the host's module directory.
     for argv0, module in [(BIN + "host", BIN), ("host", BIN), ("./nowhere/host", ""), ("/nowhere/host", ""), ("", "")]:
-        expect(f"paths for argv[0] {argv0!r}", run(BIN + "host", ["paths"], argv0=argv0)[1], f"\0{BIN}\n{module}\n")
+        expect(f"paths for argv[0] {argv0!r}", run(BIN + "host", ["paths"], argv0=argv0, cwd="/")[1], f"\0{BIN}\n{module}\n")
     # Past PATH_MAX the link to the executable is cut short: no directory rather than a wrong one.
     top = tempfile.mkdtemp(prefix="tovak-deep-")
     os.chdir(top)
@@ -130,7 +131,12 @@ def faults(sanitized):
     expect("library without dll_main", run(lonely + "tovak", ["co"]), (125, "", "tovak: libtovak.so has no dll_main\n"))
     os.remove(lonely + "libtovak.so")
     code, _, err = run(lonely + "tovak", ["co"])
-    expect("no library", (code, err.startswith(f"tovak: cannot load libtovak.so: {lonely}libtovak.so: ")), (125, True))
+    expect("no library", (code, bool(re.fullmatch(f"tovak: cannot load libtovak.so: {lonely}libtovak.so: .*\n", err))), (125, True))
+    # Installed, the library is in its own directory, found relative to the launcher's.
+    os.makedirs(lonely + "bin"), os.makedirs(os.path.normpath(f"{lonely}bin/{LIBDIR}"))
+    for name, place in (("tovak", "bin"), ("Fendix", "bin"), ("libtovak.so", f"bin/{LIBDIR}")):
+        shutil.copy(BIN + name, f"{lonely}{place}/{name}")
+    expect("installed", run(lonely + "bin/tovak", ["qk"]), (0, launched(lonely + "bin/", OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
     shutil.rmtree(lonely)
 
 

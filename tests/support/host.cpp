@@ -28,12 +28,13 @@ namespace {
 void ask(Parameters& parameters, const std::string& first, const std::string& second) {
   const bool set = parameters.isSetParameter(first, second);
   const std::string value = parameters.getParameterValue(first, second);
-  SupportedParameterTable table = {{"-q", second}};
-  std::printf("%d%d%d %s set=%d value=%s single=%s listed=%d\n",
+  SupportedParameterTable table = {{"-q", second}}, row = {{first, second}};
+  const bool supported = parameters.checkSupportedParameters(row);
+  std::printf("%d%d%d %s set=%d value=%s single=%s listed=%d supported=%d\n",
               parameters.isNotStartWithDash(first), parameters.isStartWithSingleDash(first),
               parameters.isStartWithDoubleDash(first), parameters.getParameterName(first).c_str(),
               set, value.c_str(), parameters.getSingleParameterValue(first).c_str(),
-              parameters.ifParameterInVectorpair(first, table));
+              parameters.ifParameterInVectorpair(first, table), supported);
 }
 
 // The classes as a caller compiled against the headers lays them out. A caller builds
@@ -88,8 +89,8 @@ void checkLayouts(char** vector) {  // "t qk -s"
 }
 
 void checkInterface(char** statuses) {
-  char dash[] = "-x";
-  char* strings[] = {nullptr, nullptr, dash, nullptr};
+  char program[] = "t", dash[] = "-x";
+  char* strings[] = {program, nullptr, dash, nullptr};
   char vector[][3] = {"t", "qk", "-s"};
   char* pointers[] = {vector[0], vector[1], vector[2]};
   checkLayouts(pointers);
