@@ -4,7 +4,21 @@ function(tovak_configure_target target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic
                          $<$<BOOL:${TOVAK_WARNINGS_AS_ERRORS}>:-Werror>)
+  tovak_harden(${target})
   tovak_instrument(${target})
+endfunction()
+
+# Debian's hardening, on by default: a stack protector, checked string and memory calls in
+# optimised builds (where the checks work, and not under a sanitizer, which has its own),
+# format strings that cannot be data, and relocations resolved and made read-only at load.
+function(tovak_harden target)
+  target_compile_options(${target} PRIVATE -fstack-protector-strong -Wformat
+                         -Werror=format-security)
+  if(NOT TOVAK_SANITIZE AND NOT TOVAK_BUILD_FUZZER)
+    target_compile_definitions(${target} PRIVATE
+      $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:_FORTIFY_SOURCE=2>)
+  endif()
+  target_link_options(${target} PRIVATE "LINKER:-z,relro,-z,now")
 endfunction()
 
 # Sanitizers (and the fuzzer's coverage hooks) go on every target, the library's objects and

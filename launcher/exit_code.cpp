@@ -2,6 +2,9 @@
 
 #include <sys/wait.h>
 
+#include <cstdio>
+#include <exception>
+
 namespace launcher {
 
 namespace {
@@ -23,6 +26,17 @@ int exitCodeFor(int status) {
     return 128 + WTERMSIG(status);
   }
   return kUnknownStatus;
+}
+
+int exitCodeOfCall(EntryPoint entry, int argc, char** argv) {
+  try {
+    return exitCodeFor(entry(argc, argv));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "tovak: dll_main failed: %s\n", error.what());
+  } catch (...) {
+    std::fprintf(stderr, "tovak: dll_main failed with an unknown exception\n");
+  }
+  return kLoadFailure;
 }
 
 }  // namespace launcher

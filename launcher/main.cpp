@@ -1,12 +1,17 @@
-// tovak: a stand-in for the host launcher. It loads libtovak.so, hands it this process's
-// own argument vector through dll_main and exits with the status turned into an exit code.
+// tovak: a stand-in for the host launcher. It loads libtovak.so from its own directory (or
+// from the library directory once installed), hands it this process's own argument vector
+// through dll_main and exits with the status turned into an exit code.
+//
+// It would rather refuse, with 125, than run something it did not mean to: when it cannot
+// tell its own directory for certain, and when that directory holds a byte the shell would
+// read as syntax, since the library puts the directory unquoted in front of Fendix.
 #include <dlfcn.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <string>
 
 #include "exit_code.h"
+#include "own_directory.h"
 
 #ifndef TOVAK_LIBDIR_FROM_BINDIR
 #define TOVAK_LIBDIR_FROM_BINDIR "../lib"
@@ -14,21 +19,9 @@
 
 namespace {
 
-using EntryPoint = int (*)(int, char**);
-
-std::string ownDirectory() {
-  char target[4096];
-  const ssize_t length = readlink("/proc/self/exe", target, sizeof target - 1);
-  if (length <= 0) {
-    return std::string();
-  }
-  const std::string path(target, static_cast<std::size_t>(length));
-  return path.substr(0, path.rfind('/') + 1);
-}
-
-// Beside the launcher in a build tree, in the library directory once installed.
-void* loadLibrary(std::string& error) {
-  const std::string directory = ownDirectory();
+// Beside the launcher in a build tree, in the library directory once installed; always by
+// an absolute path, never through the loader's search.
+void* loadLibrary(const std::string& directory, std::string& error) {
   for (const std::string& candidate :
        {directory + "libtovak.so", directory + TOVAK_LIBDIR_FROM_BINDIR "/libtovak.so"}) {
     if (void* library = dlopen(candidate.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -45,20 +38,30 @@ void* loadLibrary(std::string& error) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::optional<std::string> directory = launcher::ownDirectory();
+  if (!directory) {
+    std::fprintf(stderr, "tovak: cannot tell this program's directory from /proc/self/exe\n");
+    return launcher::kLoadFailure;
+  }
+  if (const std::optional<unsigned char> byte = launcher::firstShellSyntaxByte(*directory)) {
+    std::fprintf(stderr, "tovak: will not run from %s: the shell would read its byte 0x%02x\n",
+                 directory->c_str(), *byte);
+    return launcher::kLoadFailure;
+  }
   std::string error;
-  void* library = loadLibrary(error);
+  void* library = loadLibrary(*directory, error);
   if (library == nullptr) {
     std::fprintf(stderr, "tovak: cannot load libtovak.so: %s\n", error.c_str());
     return launcher::kLoadFailure;
   }
-  const auto entry = reinterpret_cast<EntryPoint>(dlsym(library, "dll_main"));
+  const auto entry = reinterpret_cast<launcher::EntryPoint>(dlsym(library, "dll_main"));
   if (entry == nullptr) {
     std::fprintf(stderr, "tovak: libtovak.so has no dll_main\n");
     dlclose(library);
     return launcher::kLoadFailure;
   }
-  const int status = entry(argc, argv);
+  const int exitCode = launcher::exitCodeOfCall(entry, argc, argv);
   std::fflush(stdout);
   dlclose(library);
-  return launcher::exitCodeFor(status);
+  return exitCode;
 }

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 # Every case of lines.txt through a host of our own that calls the library (flushed and
 # unflushed output told apart, the caller's strings checked for blanks) and every legacy line
-# through build/bin/tovak against the stand-in Fendix, byte for byte; then a very long line,
-# the path functions under odd program names and places, and the faults the shell and the
-# loader report. With --valgrind the legacy lines run under memcheck instead, which must find
-# no error and no leak.
+# through build/bin/tovak against the stand-in Fendix, byte for byte; then the interface
+# beyond the lines, the path functions under odd program names and places, the launcher in
+# odd places and against faults, and every allocation of a call failing in turn. With
+# --valgrind the legacy lines run under memcheck instead, which must find no error and no leak.
 #
-# usage: launch_test.py BIN_DIR LINES_FILE FAILING_MALLOC LIBDIR_FROM_BINDIR [--valgrind] [--sanitized]
+# usage: launch_test.py BIN_DIR LINES_FILE NO_ENTRY_LIBRARY LIBDIR_FROM_BINDIR [--valgrind] [--sanitized]
 import concurrent.futures
+import itertools
 import os
 import re
 import shlex
@@ -16,7 +17,7 @@ import subprocess
 import sys
 import tempfile
 
-BIN, LINES, FAILING_MALLOC, LIBDIR = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4]
+BIN, LINES, NO_ENTRY, LIBDIR = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4]
 OUTPUT = " --output /var/log/Zantor_Support/"
 VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds=definite,indirect,possible",
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
@@ -73,7 +74,8 @@ def every_case(valgrind):
         if arguments[0] != "line":
             expect(label, (out.replace("\0", ""), err), (in_order, ""))
         elif not valgrind:
-            expect(label, (code, out, err), (0 if fendix else 1, flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed, ""))
+            ran = f"ran: {BIN}./Fendix {fendix}\n" if fendix else ""
+            expect(label, (code, out, err), (0 if fendix else 1, flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed, ran))
     for (label, arguments, fendix, flushed, unflushed, _), (code, out, err) in zip(lines, launched_lines):
         if valgrind:
             expect(f"valgrind: {label}", code, 0 if fendix else 1)
@@ -87,57 +89,91 @@ def interface():
         "sizes 1, fields 1, slots 2 3 4\nholes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
         "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
         "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"
-        f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n"
-        "0 1 1 3 127 137 255 255 255 "), ""))
+        f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n125 125\n"
+        "0 1 1 3 127 137 255 255 255 "), f"ran: {BIN}./Fendix \ntovak: dll_main failed: thrown\n"
+        "tovak: dll_main failed with an unknown exception\n"))
 
 
-def long_line_and_paths():
-    line = "update compare --type fw --dir /srv" + OUTPUT
-    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
-           (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
+def copies(directory, names=("tovak", "libtovak.so", "Fendix", "host")):
+    os.makedirs(directory, exist_ok=True)
+    for name in names:
+        shutil.copy(BIN + name, os.path.join(directory, name))
+    return os.path.join(directory, "")
+
+
+def paths():
     # "host paths" prints the executable's directory, then the host's module directory.
-    for argv0, module in [(BIN + "host", BIN), ("host", BIN), ("./nowhere/host", ""), ("/nowhere/host", ""), ("", "")]:
+    nowhere = "/dev/null/"  # where no program can be: what a path function gives when unsure
+    for argv0, module in [(BIN + "host", BIN), ("host", BIN), ("./nowhere/host", nowhere), ("/nowhere/host", nowhere), ("", nowhere)]:
         expect(f"paths for argv[0] {argv0!r}", run(BIN + "host", ["paths"], argv0=argv0, cwd="/")[1], f"\0{BIN}\n{module}\n")
-    # Past PATH_MAX the link to the executable is cut short: no directory rather than a wrong one.
+    refusal = "tovak: cannot tell this program's directory from /proc/self/exe\n"
+    # Past PATH_MAX the link to the executable is cut short.
     top = tempfile.mkdtemp(prefix="tovak-deep-")
     os.chdir(top)
     for _ in range(20):
         os.mkdir("d" * 250)
         os.chdir("d" * 250)
-    shutil.copy(BIN + "host", "host")
-    expect("paths past PATH_MAX", run("./host", ["paths"], argv0="host")[1], "\0\n\n")
+    copies(".")
+    expect("paths past PATH_MAX", run("./host", ["paths"], argv0="host")[1], f"\0{nowhere}\n{nowhere}\n")
+    expect("launcher past PATH_MAX", run("./tovak", ["qk"]), (125, "", refusal))
     os.chdir(BIN)
     subprocess.run(["rm", "-rf", top], check=True)
+    # Without /proc, in a private mount namespace where the machine allows one.
+    without_proc = ["unshare", "-m", "sh", "-c", 'umount -l /proc && exec "$@"', "sh"]
+    if run("unshare", ["-m", "true"])[0] != 0:
+        print("skipped: no private mount namespace here to run without /proc")
+        return
+    expect("launcher without /proc", run(BIN + "tovak", ["qk"], prefix=without_proc), (125, "", refusal))
+    expect("host without /proc", run(BIN + "host", ["line", "qk"], prefix=without_proc),
+           (0, launched(nowhere, OUTPUT, 0) + "\0", f"ran: {nowhere}./Fendix {OUTPUT}\n"))
 
 
-def faults(sanitized):
-    # A failed allocation while copying the arguments ends the process with 0, silently: 54321
-    # bytes and a terminator, or the pointers to 140,000 arguments past a sanitizer's limit.
-    if sanitized:
-        failing = [""] * 140000, {"ASAN_OPTIONS": "allocator_may_return_null=1:max_allocation_size_mb=1"}
-    else:
-        failing = ["co", "-l", "x" * 54321], {"TOVAK_FAIL_MALLOC_SIZE": "54322", "LD_PRELOAD": FAILING_MALLOC}
-    code, out, err = run(BIN + "tovak", *failing)
-    expect("failed allocation", (code, out, "" if sanitized else err), (0, "", ""))  # ASan warns
-    lonely = tempfile.mkdtemp(prefix="tovak-fault-") + "/"
-    for name in ("tovak", "libtovak.so"):
-        shutil.copy(BIN + name, lonely)
+def launcher_places():
+    line = "update compare --type fw --dir /srv" + OUTPUT
+    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
+           (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
+    top = tempfile.mkdtemp(prefix="tovak-places-")
+    for name, byte in (("a+b,c:d@e%f=g_h-i.j", None), ("semi;colon", 0x3b), ("a blank", 0x20), ("caf\u00e9", 0xc3)):
+        directory = copies(os.path.join(top, name))
+        refusal = (125, "", f"tovak: will not run from {directory}: the shell would read its byte 0x{byte:02x}\n") if byte else None
+        expect(f"launcher in {name!r}", run(directory + "tovak", ["qk"]), refusal or (0, launched(directory, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
+    lonely = copies(os.path.join(top, "lonely"), ("tovak", "libtovak.so"))
     code, out, err = run(lonely + "tovak", ["qk", "-s"])
     expect("no Fendix", (code, out, "Fendix" in err), (127, launched(lonely, "update scan" + OUTPUT, 32512), True))
     with open(lonely + "Fendix", "w") as fendix:
         fendix.write("not a program\n")
     expect("Fendix not executable", run(lonely + "tovak", ["qk"])[:2], (126, launched(lonely, OUTPUT, 32256)))
-    shutil.copy(FAILING_MALLOC, lonely + "libtovak.so")
+    shutil.copy(NO_ENTRY, lonely + "libtovak.so")
     expect("library without dll_main", run(lonely + "tovak", ["co"]), (125, "", "tovak: libtovak.so has no dll_main\n"))
     os.remove(lonely + "libtovak.so")
     code, _, err = run(lonely + "tovak", ["co"])
     expect("no library", (code, bool(re.fullmatch(f"tovak: cannot load libtovak.so: {lonely}libtovak.so: .*\n", err))), (125, True))
     # Installed, the library is in its own directory, found relative to the launcher's.
-    os.makedirs(lonely + "bin"), os.makedirs(os.path.normpath(f"{lonely}bin/{LIBDIR}"))
-    for name, place in (("tovak", "bin"), ("Fendix", "bin"), ("libtovak.so", f"bin/{LIBDIR}")):
-        shutil.copy(BIN + name, f"{lonely}{place}/{name}")
-    expect("installed", run(lonely + "bin/tovak", ["qk"]), (0, launched(lonely + "bin/", OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
-    shutil.rmtree(lonely)
+    installed = copies(os.path.join(top, "bin"), ("tovak", "Fendix"))
+    copies(os.path.normpath(installed + LIBDIR), ("libtovak.so",))
+    expect("installed", run(installed + "tovak", ["qk"]), (0, launched(installed, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
+    shutil.rmtree(top)
+
+
+def failed_allocations(sanitized):
+    if sanitized:  # the pointers to 140,000 arguments past the sanitizer's limit: status 0, silently
+        code, out, _ = run(BIN + "tovak", [""] * 140000, {"ASAN_OPTIONS": "allocator_may_return_null=1:max_allocation_size_mb=1"})
+        expect("failed allocation", (code, out), (0, ""))
+        return
+    # Each allocation of a whole call fails in turn. Then the call ends with status 0 and
+    # silently (an argument copy), or with the launcher's line and 125 after whatever was
+    # printed, Fendix run with the whole line or not at all, or completes as if nothing failed.
+    for words in (["co", "-F", "-l", "/srv repo", "-e", "1,2", "-L"], ["up", "--host=h", "--update-args=--user=u,--password=p"],
+                  ["ac", "-l", "/d", "--proxy-address=p", "--proxy-port=8"], ["qk", "-s", "--vq-address=a", "--vq-user=u"]):
+        whole = run(BIN + "host", ["line", *words])
+        for n in itertools.count(1):
+            code, out, err = run(BIN + "host", ["fail", str(n), *words])
+            if "not reached" in err:
+                break
+            ran, failure = err.partition("tovak: dll_main failed: ")[::2]
+            fine = (code, out, err) == (0, "", "") or (code, out, err) == whole or (
+                code == 125 and whole[1].replace("\0", "").startswith(out.replace("\0", "")) and ran in ("", whole[2]) and failure == "std::bad_alloc\n")
+            expect(f"allocation {n} failing for {words}", fine, True)
 
 
 every_case(valgrind="--valgrind" in sys.argv)
@@ -145,7 +181,8 @@ if "--valgrind" in sys.argv:
     expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
 else:
     interface()
-    long_line_and_paths()
-    faults("--sanitized" in sys.argv)
+    paths()
+    launcher_places()
+    failed_allocations("--sanitized" in sys.argv)
 print("\n".join(failures) or "all runs as expected")
 sys.exit(1 if failures else 0)

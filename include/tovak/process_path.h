@@ -11,11 +11,13 @@
 TOVAK_API std::string GetCurProcessPath();
 
 // The Linux way of finding it: the target of /proc/<pid>/exe up to its last "/".
-// Empty when the link cannot be read.
+// "/dev/null/" when the link cannot be read or is cut short (no /proc, or a path of 4096
+// bytes or more): a directory that cannot hold a program, so that nothing is run from the
+// current directory in its place.
 TOVAK_API std::string GetCurProcessPathLin();
 
-// Directory of the loaded module that holds the address, with its trailing "/";
-// empty when no module holds it or its path cannot be resolved.
+// Directory of the loaded module that holds the address, with its trailing "/"; empty when
+// no module holds it, and "/dev/null/" when its path cannot be resolved.
 TOVAK_API std::string GetModulePathLin(void* address);
 
 // Always "/tmp/".

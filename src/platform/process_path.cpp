@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::size_t kPathBufferSize = 4096;
 
+// Where no program can be: what a path function gives when it cannot be sure.
+constexpr const char* kNowhere = "/dev/null/";
+
 // "/opt/t/launcher" gives "/opt/t/"; a text without "/" stays whole.
 std::string directoryOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
@@ -37,7 +40,7 @@ std::string GetCurProcessPathLin() {
   // An unreadable link, or one that fills the whole buffer and may be cut short, gives no
   // directory rather than a wrong one.
   if (length <= 0 || static_cast<std::size_t>(length) >= sizeof target) {
-    return std::string();
+    return kNowhere;
   }
   return directoryOf(std::string(target, static_cast<std::size_t>(length)));
 }
@@ -50,11 +53,11 @@ std::string GetModulePathLin(void* address) {
   const char* name = info.dli_fname != nullptr ? info.dli_fname : "";
   // A bare file name is taken to lie beside the executable.
   if (isBareFileName(name)) {
-    return directoryOf(GetCurProcessPathLin());
+    return GetCurProcessPathLin();
   }
   char resolved[kPathBufferSize];
   if (realpath(name, resolved) == nullptr) {
-    return std::string();
+    return kNowhere;
   }
   return directoryOf(resolved);
 }

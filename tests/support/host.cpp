@@ -3,11 +3,14 @@
 //   host self-test <words>              the self-test on that vector
 //   host ask <name1> <name2> <words>    the parameter queries on it, and their answers
 //   host paths                          the executable's directory and this program's
+//   host fail <n> <words>               "line" through the launcher's call, the n-th allocation
+//                                       of the call failing
 //   host interface <statuses>           class layouts, vectors with missing strings, exec, and
 //                                       the launcher's exit codes for the statuses
-// system() is replaced by one that runs nothing, so that a line prints what dll_main prints
-// and launches nothing. After the call one NUL byte goes straight to the descriptor: what
-// stands before it was flushed during the call, what follows was left in the buffers.
+// system() is replaced by one that runs nothing and names the command on standard error, so
+// that a line prints what dll_main prints and launches nothing. After the call one NUL byte
+// goes straight to the descriptor: what stands before it was flushed during the call, what
+// follows was left in the buffers.
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,13 +18,33 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "exit_code.h"
 #include "tovak/tovak.h"
 
-extern "C" int system(const char*) { return 0; }
+extern "C" int system(const char* command) {
+  std::fprintf(stderr, "ran: %s\n", command);
+  return 0;
+}
+
+namespace {
+
+// How many allocations until the one that fails; 0 when none is to fail. Only without a
+// sanitizer, whose allocator must see every allocation.
+long allocationsToFailure = 0;
+
+}  // namespace
+
+#ifndef TOVAK_SANITIZED
+extern "C" void* __libc_malloc(std::size_t size);
+extern "C" void* malloc(std::size_t size) {
+  if (allocationsToFailure > 0 && --allocationsToFailure == 0) return nullptr;
+  return __libc_malloc(size);
+}
+#endif
 
 namespace {
 
@@ -104,6 +127,10 @@ void checkInterface(char** statuses) {
   std::printf("modules: %s %s '%s'\n", GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str(),
               GetModulePathLin(reinterpret_cast<void*>(&::getenv)).c_str(),
               GetModulePathLin(nullptr).c_str());
+  const int thrown = launcher::exitCodeOfCall(
+      [](int, char**) -> int { throw std::runtime_error("thrown"); }, 0, nullptr);
+  std::printf("%d %d\n", thrown,
+              launcher::exitCodeOfCall([](int, char**) -> int { throw 0; }, 0, nullptr));
   for (; *statuses != nullptr; ++statuses) {
     std::printf("%d ", launcher::exitCodeFor(std::atoi(*statuses)));
   }
@@ -114,12 +141,19 @@ void checkInterface(char** statuses) {
 int main(int argc, char** argv) {
   const std::string how = argc > 1 ? argv[1] : "paths";
   std::vector<std::string> strings{"/opt/t/tovak"};
-  strings.insert(strings.end(), argv + std::min(how == "ask" ? 4 : 2, argc), argv + argc);
+  strings.insert(strings.end(), argv + std::min(how == "ask" ? 4 : how == "fail" ? 3 : 2, argc),
+                 argv + argc);
   std::vector<char*> vector;
   for (std::string& text : strings) vector.push_back(text.data());
   Parameters parameters(static_cast<int>(vector.size()), vector.data());
   int status = 0;
   if (how == "line") status = dll_main(static_cast<int>(vector.size()), vector.data());
+  if (how == "fail") {
+    allocationsToFailure = std::atol(argv[2]);
+    status = launcher::exitCodeOfCall(&dll_main, static_cast<int>(vector.size()), vector.data());
+    if (allocationsToFailure > 0) std::fprintf(stderr, "not reached\n");
+    allocationsToFailure = 0;
+  }
   if (how == "self-test") {
     Test test(static_cast<int>(vector.size()), vector.data());
     test.printCommandAndParamaters();
@@ -131,7 +165,7 @@ int main(int argc, char** argv) {
                 GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str());
   }
   if (how == "interface") checkInterface(argv + 2);
-  write(STDOUT_FILENO, "", 1);
+  if (write(STDOUT_FILENO, "", 1) != 1) return 99;
   // The caller's strings after the first: blanks now, each as long as before.
   for (std::size_t i = 0; how == "line" && i < strings.size(); ++i) {
     const bool blank = strings[i].find_first_not_of(' ') == std::string::npos;
