@@ -144,7 +144,7 @@ def launcher_places():
     expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
            (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
     top = tempfile.mkdtemp(prefix="tovak-places-")
-    for name, byte in (("a+b,c:d@e%f=g_h-i.j", None), ("semi;colon", 0x3b), ("a blank", 0x20), ("caf\u00e9", 0xc3)):
+    for name, byte in (("azAZ09+,:@%=_-.", None), ("semi;colon", 0x3b), ("a blank", 0x20), ("caf\u00e9", 0xc3)):
         directory = copies(os.path.join(top, name))
         refusal = (125, "", f"tovak: will not run from {directory}: the shell would read its byte 0x{byte:02x}\n") if byte else None
         expect(f"launcher in {name!r}", run(directory + "tovak", ["qk"]), refusal or (0, launched(directory, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
