@@ -122,13 +122,15 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   Tokens tokens(1);
   for (std::size_t i = 0; i < size; ++i) {
-    if (data[i] == '\n') tokens.emplace_back();
-    else tokens.back().push_back(static_cast<char>(data[i]));
+    if (data[i] == '\n')
+      tokens.emplace_back();
+    else
+      tokens.back().push_back(static_cast<char>(data[i]));
   }
   const Translated run = translate(tokens);
   const std::string word = tokens[0].c_str();  // what the library sees: up to a NUL
   static const std::map<std::string, std::string> kOtherWord = {
-      {"co", "compare"}, {"compare", "co"}, {"up", "update"},     {"update", "up"},
+      {"co", "compare"}, {"compare", "co"}, {"up", "update"},   {"update", "up"},
       {"ac", "acquire"}, {"acquire", "ac"}, {"qk", "quenmark"}, {"quenmark", "qk"}};
   if (const auto other = kOtherWord.find(word); other != kOtherWord.end()) {
     Tokens renamed = tokens;
@@ -158,8 +160,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     echo += "argv[" + std::to_string(i + 1) + "]:" + tokens[i].c_str() + "\n";
   }
-  const std::string printed =
-      printedBy(tokens, [](int argc, char** argv) { Test(argc, argv).printCommandAndParamaters(); }).all;
+  const std::string printed = printedBy(tokens, [](int argc, char** argv) {
+                                Test(argc, argv).printCommandAndParamaters();
+                              }).all;
   check(printed.compare(0, echo.size(), echo) == 0, "the self-test echoes the vector");
   return 0;
 }

@@ -103,12 +103,13 @@ void checkLayouts(char** vector) {  // "t qk -s"
       fieldAt<std::string>(&compare, offsetof(CommandLayout, commandName)) == "compare" &&
       fieldAt<int>(&test, offsetof(TestLayout, argc)) == 7 &&
       fieldAt<char**>(&test, offsetof(TestLayout, argv)) == vector;
-  std::printf("sizes %d, fields %d, slots %zu %zu %zu\n",
-              sizeof parameters == sizeof(ParametersLayout) && sizeof compare == sizeof(CommandLayout) &&
-                  sizeof test == sizeof(TestLayout) && sizeof(CommandBase) == base &&
-                  sizeof(AcquireCommand) == base && sizeof quenmark == base,
-              fields, slotOf(&CommandBase::addSupportedParameters),
-              slotOf(&CommandBase::checkConflictParameters), slotOf(&CommandBase::translateParameters));
+  std::printf(
+      "sizes %d, fields %d, slots %zu %zu %zu\n",
+      sizeof parameters == sizeof(ParametersLayout) && sizeof compare == sizeof(CommandLayout) &&
+          sizeof test == sizeof(TestLayout) && sizeof(CommandBase) == base &&
+          sizeof(AcquireCommand) == base && sizeof quenmark == base,
+      fields, slotOf(&CommandBase::addSupportedParameters),
+      slotOf(&CommandBase::checkConflictParameters), slotOf(&CommandBase::translateParameters));
 }
 
 void checkInterface(char** statuses) {
@@ -118,7 +119,8 @@ void checkInterface(char** statuses) {
   char* pointers[] = {vector[0], vector[1], vector[2]};
   checkLayouts(pointers);
   std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
-              Parameters(4, strings).isSetParameter("-x", ""), Parameters(3, nullptr).getCommand().c_str());
+              Parameters(4, strings).isSetParameter("-x", ""),
+              Parameters(3, nullptr).getCommand().c_str());
   const int missingVector = dll_main(2, nullptr);
   std::printf("%d %d\n", missingVector, dll_main(3, strings));
   Test(2, nullptr).printCommandAndParamaters();
@@ -141,7 +143,11 @@ void checkInterface(char** statuses) {
 int main(int argc, char** argv) {
   const std::string how = argc > 1 ? argv[1] : "paths";
   std::vector<std::string> strings{"/opt/t/tovak"};
-  strings.insert(strings.end(), argv + std::min(how == "ask" ? 4 : how == "fail" ? 3 : 2, argc),
+  strings.insert(strings.end(),
+                 argv + std::min(how == "ask"    ? 4
+                                 : how == "fail" ? 3
+                                                 : 2,
+                                 argc),
                  argv + argc);
   std::vector<char*> vector;
   for (std::string& text : strings) vector.push_back(text.data());
