@@ -27,6 +27,7 @@ import os
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -480,20 +481,23 @@ class ScratchTree:
         passed, output = self.run_tests("--output-on-failure")
         return None if passed else f"the unmutated tree in {self.path} fails its tests:\n{output}"
 
-    def verdict_on(self, mutant, original_text):
+    def verdict_on(self, mutant, original_text, log=None):
         self.write(mutant.file, mutant.applied_to(original_text))
         try:
             if not self.build()[0]:
                 return DID_NOT_COMPILE
-            return SURVIVED if self.run_tests()[0] else KILLED
+            passed, output = self.run_tests("--output-on-failure")
+            if log is not None:
+                log.append(f"=== {mutant.file}:{mutant.line} {mutant.original} -> {mutant.mutated}\n{output}")
+            return SURVIVED if passed else KILLED
         finally:
             self.write(mutant.file, original_text)
 
 
-def work_through(tree, mutants, originals, counter, total, results):
+def work_through(tree, mutants, originals, counter, total, results, log):
     for mutant in mutants:
         started = time.monotonic()
-        verdict = tree.verdict_on(mutant, originals[mutant.file])
+        verdict = tree.verdict_on(mutant, originals[mutant.file], log)
         results.append((mutant, verdict))
         print(f"[{next(counter)}/{total}] {verdict:<15} {mutant.file}:{mutant.line}"
               f"  ({time.monotonic() - started:.1f} s)", file=sys.stderr, flush=True)
@@ -504,7 +508,7 @@ def in_parallel(function, arguments):
         return list(pool.map(function, *zip(*arguments)))
 
 
-def run_mutants(mutants, originals, work, jobs):
+def run_mutants(mutants, originals, work, jobs, log_path=None):
     if not mutants:
         return report([])
     root = Path(work) if work else Path(tempfile.mkdtemp(prefix="tovak-mutate-"))
@@ -524,8 +528,11 @@ def run_mutants(mutants, originals, work, jobs):
         shares = [mutants[k * len(mutants) // jobs:(k + 1) * len(mutants) // jobs]
                   for k in range(jobs)]
         started, counter, results = time.monotonic(), itertools.count(1), []
-        in_parallel(work_through, [(tree, share, originals, counter, len(mutants), results)
+        log = [] if log_path else None
+        in_parallel(work_through, [(tree, share, originals, counter, len(mutants), results, log)
                                    for tree, share in zip(trees, shares)])
+        if log_path:
+            Path(log_path).write_text("".join(log), encoding="utf-8")
         print(f"{len(mutants)} mutants in {time.monotonic() - started:.0f} s", file=sys.stderr)
         return report(results)
     finally:
@@ -564,10 +571,14 @@ def parse_arguments():
     parser.add_argument("--jobs", type=int, default=1, help="scratch copies run in parallel")
     parser.add_argument("--sample", type=int, metavar="N", help="run N mutants picked at random")
     parser.add_argument("--seed", type=int, default=0, help="seed for --sample")
+    parser.add_argument("--log", metavar="FILE",
+                        help="write the tests' output for each mutant here, to see which check"
+                             " caught it")
     return parser.parse_args()
 
 
 def main():
+    signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # "--list | head" ends quietly
     arguments = parse_arguments()
     files = [name for name in tracked_files(REPO, *SOURCE_DIRS)
              if Path(name).suffix in SOURCE_SUFFIXES]
@@ -583,7 +594,7 @@ def main():
     if arguments.sample is not None:
         chosen = random.Random(arguments.seed).sample(chosen, min(arguments.sample, len(chosen)))
         chosen.sort(key=lambda m: (m.file, m.start))
-    return run_mutants(chosen, originals, arguments.work, arguments.jobs)
+    return run_mutants(chosen, originals, arguments.work, arguments.jobs, arguments.log)
 
 
 if __name__ == "__main__":
