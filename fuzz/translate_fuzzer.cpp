@@ -33,8 +33,12 @@ std::string captured(int file) {
   return text;
 }
 
+// What a call printed: flushed during it, and all of it; and the line a translation
+// accepted (nullopt: refused, or no translation).
 struct Printed {
-  std::string flushed, all;  // what the call flushed, and what it left in the buffer as well
+  std::string flushed, all;
+  std::optional<std::string> line;
+  bool operator==(const Printed& o) const { return line == o.line && all == o.all; }
 };
 
 // Calls body with the writable vector "fuzz <tokens...>", as a launcher hands it over.
@@ -47,8 +51,8 @@ Printed printedBy(const Tokens& tokens, Body body) {
   std::fflush(stdout);
   const int saved = dup(STDOUT_FILENO), file = memfd_create("stdout", 0);
   dup2(file, STDOUT_FILENO);
-  body(static_cast<int>(argv.size()), argv.data());
-  Printed printed{captured(file), ""};
+  Printed printed{"", "", body(static_cast<int>(argv.size()), argv.data())};
+  printed.flushed = captured(file);
   std::fflush(stdout);
   printed.all = captured(file);
   dup2(saved, STDOUT_FILENO);
@@ -56,21 +60,15 @@ Printed printedBy(const Tokens& tokens, Body body) {
   return printed;
 }
 
-struct Translated : Printed {
-  std::optional<std::string> line;  // nullopt: refused
-  bool operator==(const Translated& o) const { return line == o.line && all == o.all; }
-};
-
-Translated translate(const Tokens& tokens) {
-  Translated run;
-  static_cast<Printed&>(run) = printedBy(tokens, [&](int argc, char** argv) {
+Printed translate(const Tokens& tokens) {
+  const Printed run = printedBy(tokens, [&](int argc, char** argv) {
     const tovak::Translation translation = tovak::translateArguments(argc, argv);
-    if (translation.accepted) run.line = translation.commandLine;
     for (int i = 0; i < argc; ++i) {
       const std::size_t length = i == 0 ? 4 : std::strlen(tokens[i - 1].c_str());
       check(argv[i] == (i == 0 ? "fuzz" : std::string(length, ' ')),
             "the caller's strings become blanks of the same lengths, argv[0] stays");
     }
+    return translation.accepted ? std::optional(translation.commandLine) : std::nullopt;
   });
   const std::string output = " --output /var/log/Zantor_Support/";
   check(run.line ? run.line->size() >= output.size() &&
@@ -127,7 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     else
       tokens.back().push_back(static_cast<char>(data[i]));
   }
-  const Translated run = translate(tokens);
+  const Printed run = translate(tokens);
   const std::string word = tokens[0].c_str();  // what the library sees: up to a NUL
   static const std::map<std::string, std::string> kOtherWord = {
       {"co", "compare"}, {"compare", "co"}, {"up", "update"},   {"update", "up"},
@@ -149,7 +147,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string name = seen.substr(0, seen.find('='));
     const auto known = [&](const auto& row) { return row.first == name || row.second == name; };
     if (std::none_of(table.begin(), table.end(), known)) {
-      const Translated refused = translate(extended);
+      const Printed refused = translate(extended);
       check(!refused.line && refused.flushed.empty() &&
                 refused.all == "The parameter: " + name + " is not supported!",
             "an unknown long option is refused by its name, unflushed");
@@ -162,6 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   }
   const std::string printed = printedBy(tokens, [](int argc, char** argv) {
                                 Test(argc, argv).printCommandAndParamaters();
+                                return std::optional<std::string>();
                               }).all;
   check(printed.compare(0, echo.size(), echo) == 0, "the self-test echoes the vector");
   return 0;

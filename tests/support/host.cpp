@@ -142,13 +142,9 @@ void checkInterface(char** statuses) {
 
 int main(int argc, char** argv) {
   const std::string how = argc > 1 ? argv[1] : "paths";
+  const int firstWord = std::min(how == "ask" ? 4 : how == "fail" ? 3 : 2, argc);
   std::vector<std::string> strings{"/opt/t/tovak"};
-  strings.insert(strings.end(),
-                 argv + std::min(how == "ask"    ? 4
-                                 : how == "fail" ? 3
-                                                 : 2,
-                                 argc),
-                 argv + argc);
+  strings.insert(strings.end(), argv + firstWord, argv + argc);
   std::vector<char*> vector;
   for (std::string& text : strings) vector.push_back(text.data());
   Parameters parameters(static_cast<int>(vector.size()), vector.data());
