@@ -1,10 +1,11 @@
 // The cost of one whole translation as dll_main does it short of running the tool: argument
 // copy and blanking, parsing, shape check, dispatch, the translator's run and the result.
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
 
+#include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -41,12 +42,19 @@ class ReusableLine {
 // Whatever the library prints goes to /dev/null, so that a terminal is not what is measured.
 class StdoutToDevNull {
  public:
-  StdoutToDevNull() : devNull_("/dev/null"), previous_(std::cout.rdbuf(devNull_.rdbuf())) {}
-  ~StdoutToDevNull() { std::cout.rdbuf(previous_); }
+  StdoutToDevNull() : saved_((std::fflush(stdout), dup(STDOUT_FILENO))) {
+    const int devNull = open("/dev/null", O_WRONLY);
+    dup2(devNull, STDOUT_FILENO);
+    close(devNull);
+  }
+  ~StdoutToDevNull() {
+    std::fflush(stdout);
+    dup2(saved_, STDOUT_FILENO);
+    close(saved_);
+  }
 
  private:
-  std::ofstream devNull_;
-  std::streambuf* previous_;
+  int saved_;
 };
 
 void translate(benchmark::State& state, ReusableLine& line) {

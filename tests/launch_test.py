@@ -98,6 +98,12 @@ def interface():
         "tovak: dll_main failed with an unknown exception\n"))
 
 
+def standard_output_full():
+    # A failed write neither silences the next call nor is hidden from the host.
+    expect("standard output full in a first call", run(BIN + "host", ["full", "qk"]),
+           (0, launched(BIN, OUTPUT, 0) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n" * 2 + "error indicator: 1\n"))
+
+
 def copies(directory, names=("tovak", "libtovak.so", "Fendix", "host")):
     os.makedirs(directory, exist_ok=True)
     for name in names:
@@ -188,6 +194,7 @@ if "--valgrind" in sys.argv:
     expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
 else:
     interface()
+    standard_output_full()
     paths()
     launcher_places()
     failed_allocations(SANITIZED)

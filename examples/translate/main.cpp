@@ -4,10 +4,10 @@
 //
 //   tovak-translate compare -F -l /srv/repo -L
 #include <tovak/tovak.h>
+#include <unistd.h>
 
-#include <iostream>
+#include <cstdio>
 #include <memory>
-#include <sstream>
 #include <string>
 
 namespace {
@@ -23,24 +23,30 @@ std::unique_ptr<CommandBase> translatorFor(const std::string& word, Parameters* 
   return nullptr;
 }
 
-// Runs the translation with the library's messages held back, so that standard output
-// carries the translated line alone; the messages follow it on standard error.
+// Runs the translation with standard output held in a temporary file, so that it carries
+// the translated line alone; the library's messages follow it on standard error.
 bool translate(Parameters& parameters, std::string& line, std::string& messages) {
-  std::ostringstream held;
-  std::streambuf* previous = std::cout.rdbuf(held.rdbuf());
+  std::FILE* held = std::tmpfile();
+  if (held == nullptr) return false;
+  std::fflush(stdout);
+  const int saved = dup(STDOUT_FILENO);
+  dup2(fileno(held), STDOUT_FILENO);
   bool accepted = parameters.checkValidParametersFormat();
   const std::string word = parameters.getCommand();
   std::unique_ptr<CommandBase> translator = translatorFor(word, &parameters);
   if (accepted && translator == nullptr) {
-    std::cout << (word.empty() ? "Please specify the command!"
-                               : "The command: " + word + " is not supported.")
-              << '\n';
+    std::printf("%s\n", word.empty() ? "Please specify the command!"
+                                     : ("The command: " + word + " is not supported.").c_str());
     accepted = false;
   }
   accepted = accepted && translator->run();
   if (accepted) line = translator->getCommandLine();
-  std::cout.rdbuf(previous);
-  messages = held.str();
+  std::fflush(stdout);
+  dup2(saved, STDOUT_FILENO);
+  close(saved);
+  std::rewind(held);
+  for (int c = std::fgetc(held); c != EOF; c = std::fgetc(held)) messages += static_cast<char>(c);
+  std::fclose(held);
   return accepted;
 }
 
@@ -51,10 +57,10 @@ int main(int argc, char** argv) {
   std::string line;
   std::string messages;
   if (!translate(parameters, line, messages)) {
-    std::cout << messages << std::flush;
+    std::fputs(messages.c_str(), stdout);
     return 1;
   }
-  std::cout << line << '\n';
-  std::cerr << messages;
+  std::printf("%s\n", line.c_str());
+  std::fputs(messages.c_str(), stderr);
   return 0;
 }

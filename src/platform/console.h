@@ -1,18 +1,25 @@
 // How the library talks to the person at the terminal: every message goes to standard
 // output and is flushed at once, so that it comes out ahead of whatever the update tool
-// prints. Going through std::cout lets in-process callers (tests, fuzzer) capture it.
+// prints. C stdio rather than iostreams: loading the library sets up no streams, a write
+// that failed in one call does not silence the next, and a host's own buffered lines keep
+// their place ahead of the library's.
 #ifndef TOVAK_PLATFORM_CONSOLE_H
 #define TOVAK_PLATFORM_CONSOLE_H
 
-#include <iostream>
+#include <cstdio>
 #include <string_view>
 
 namespace tovak {
 
-inline void writeLine(std::string_view text) { std::cout << text << std::endl; }
+// One call per message, so that an unbuffered standard output gets each line whole. The
+// texts come from C strings and literals, so they hold no NUL byte for "%.*s" to stop at.
+inline void writeLine(std::string_view text) {
+  std::printf("%.*s\n", static_cast<int>(text.size()), text.data());
+  std::fflush(stdout);
+}
 
-// No line end and no flush: the text waits in the stream's buffer.
-inline void writeText(std::string_view text) { std::cout << text; }
+// No line end and no flush: the text waits in the buffer.
+inline void writeText(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 }  // namespace tovak
 

@@ -3,6 +3,8 @@
 //   host self-test <words>              the self-test on that vector
 //   host ask <name1> <name2> <words>    the parameter queries on it, and their answers
 //   host paths                          the executable's directory and this program's
+//   host full <words>                   "line" after a call whose writes all fail, then
+//                                       whether standard output's error indicator stayed set
 //   host fail <n> <words>               "line" through the launcher's call, the n-th allocation
 //                                       of the call failing
 //   host interface <statuses>           class layouts, vectors with missing strings, exec, and
@@ -11,6 +13,7 @@
 // that a line prints what dll_main prints and launches nothing. After the call one NUL byte
 // goes straight to the descriptor: what stands before it was flushed during the call, what
 // follows was left in the buffers.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -138,6 +141,18 @@ void checkInterface(char** statuses) {
   }
 }
 
+// A call whose every write fails, after a failed write of the host's own.
+void callWritingToFull(std::vector<std::string> strings) {
+  std::vector<char*> vector;
+  for (std::string& text : strings) vector.push_back(text.data());
+  const int saved = dup(STDOUT_FILENO);
+  dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);
+  std::printf("host\n");
+  std::fflush(stdout);
+  dll_main(static_cast<int>(vector.size()), vector.data());
+  dup2(saved, STDOUT_FILENO);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -149,7 +164,9 @@ int main(int argc, char** argv) {
   for (std::string& text : strings) vector.push_back(text.data());
   Parameters parameters(static_cast<int>(vector.size()), vector.data());
   int status = 0;
-  if (how == "line") status = dll_main(static_cast<int>(vector.size()), vector.data());
+  if (how == "full") callWritingToFull(strings);
+  if (how == "line" || how == "full")
+    status = dll_main(static_cast<int>(vector.size()), vector.data());
   if (how == "fail") {
     allocationsToFailure = std::atol(argv[2]);
     status = launcher::exitCodeOfCall(&dll_main, static_cast<int>(vector.size()), vector.data());
@@ -167,6 +184,7 @@ int main(int argc, char** argv) {
                 GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str());
   }
   if (how == "interface") checkInterface(argv + 2);
+  if (how == "full") std::fprintf(stderr, "error indicator: %d\n", std::ferror(stdout) != 0);
   if (write(STDOUT_FILENO, "", 1) != 1) return 99;
   // The caller's strings after the first: blanks now, each as long as before.
   for (std::size_t i = 0; how == "line" && i < strings.size(); ++i) {
