@@ -1,0 +1,78 @@
+// The option tokens of a line indexed by option name, built in one pass over the tokens, so
+// that each question a translation asks costs the same whatever the number of tokens.
+//
+// A token names an option by its whole text when it starts with one dash ("-m", "-m=5"),
+// and by the text before its first "=" when it starts with two ("--os=x" names "--os").
+// A short option's value is the next token when that token has no leading dash (the last
+// token is never taken as the option); a long option's value is the text after its "=".
+// Where an option stands more than once, its first value counts, even an empty one.
+#ifndef TOVAK_PARAMETERS_OPTION_INDEX_H
+#define TOVAK_PARAMETERS_OPTION_INDEX_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tovak/parameters.h"
+
+namespace tovak {
+
+bool startsWithDash(std::string_view text);
+bool isSingleDash(std::string_view token);
+bool isDoubleDash(std::string_view token);
+
+// The option name a token gives: "" for a value, and for a lone "-".
+std::string_view optionNameOf(std::string_view token);
+
+// Whether the name is one of the table's, in either column.
+bool isInTable(std::string_view name, const SupportedParameterTable& table);
+
+class OptionIndex {
+ public:
+  // Reads the parameters' tokens, which must outlive the index.
+  explicit OptionIndex(const Parameters& parameters);
+
+  // Whether some token names the option. A name that no token can give (empty, without
+  // a dash, a long name with "=", a lone "-") is never set.
+  bool isSet(std::string_view name) const;
+  // The option's first value; "" when it has none.
+  std::string_view valueOf(std::string_view name) const;
+  // The first option name, in the order of the tokens, that the table has not in either
+  // column, or nullptr when it has them all. A lone "-" stands for the empty name here.
+  const std::string_view* firstUnsupported(const SupportedParameterTable& table) const;
+
+ private:
+  struct Entry {
+    std::string_view name;
+    std::string_view value;
+    bool valued = false;
+  };
+
+  // The slot that holds the name, or the empty one where it would go.
+  std::size_t slotFor(std::string_view name) const;
+  const Entry* find(std::string_view name) const;
+  Entry& findOrAdd(std::string_view name);
+
+  std::vector<Entry> entries_;        // one per name, in the order the names first appear
+  std::vector<std::uint32_t> slots_;  // open addressing: 1 + an index into entries_, or 0
+};
+
+// The queries as the library asks them, of an index built once for the whole question set.
+
+// Whether the option is given in either form.
+bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
+                       std::string_view parameter2);
+
+// The option's value in either form; parameter1's wins, with a warning when both have one.
+std::string_view valueInEitherForm(const OptionIndex& index, std::string_view parameter1,
+                                   std::string_view parameter2);
+
+// Every option token is in the table and no row carries values in both forms; otherwise
+// says which and gives false. The unsupported name is printed without a line end and left
+// unflushed, as scripts have always seen it.
+bool checkSupported(const OptionIndex& index, const SupportedParameterTable& table);
+
+}  // namespace tovak
+
+#endif  // TOVAK_PARAMETERS_OPTION_INDEX_H
