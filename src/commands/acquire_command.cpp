@@ -33,44 +33,45 @@ void AcquireCommand::addSupportedParameters() {
 }
 
 bool AcquireCommand::translateParameters() {
+  const tovak::OptionIndex index(*parameters);
   addCommand("update acquire");
-  if (!translateHasValueParameter("-l", "--local", "--dir")) {
+  if (!tovak::translateValued(*this, index, "-l", "--local", "--dir")) {
     return false;
   }
   // An explicit ID list overrides the machine filter and the request for the latest updates.
-  const bool byId = parameters->isSetParameter("-i", "--id");
+  const bool byId = tovak::isSetInEitherForm(index, "-i", "--id");
   if (byId) {
     addParameter("--scope", "individual");
-  } else if (!translateHasValueParameter("-m", "--machine-type", "--mt") ||
-             !translateHasValueParameter("-o", "--os", "--ostype")) {
+  } else if (!tovak::translateValued(*this, index, "-m", "--machine-type", "--mt") ||
+             !tovak::translateValued(*this, index, "-o", "--os", "--ostype")) {
     return false;
   }
-  if (!translateNoValueParameter("--meta-only", "", "--metaonly")) {
+  if (!tovak::translateFlag(*this, index, "--meta-only", "", "--metaonly")) {
     return false;
   }
-  if (parameters->isSetParameter("-L", "--latest")) {
-    if (!parameters->getParameterValue("-L", "--latest").empty()) {
+  if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
+    if (!tovak::valueInEitherForm(index, "-L", "--latest").empty()) {
       tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
       return false;
     }
-    if (!parameters->isSetParameter("-i", "--id")) {
+    if (!tovak::isSetInEitherForm(index, "-i", "--id")) {
       addParameter("--scope", "latest");
     }
   }
-  if (!translateHasValueParameter("-i", "--id", "--includeid") ||
-      !translateNoValueParameter("-r", "--report", "--report") ||
-      !translateNoValueParameter("--xml", "", "--xml") ||
-      !translateNoValueParameter("--ignore-req", "", "--noreq")) {
+  if (!tovak::translateValued(*this, index, "-i", "--id", "--includeid") ||
+      !tovak::translateFlag(*this, index, "-r", "--report", "--report") ||
+      !tovak::translateFlag(*this, index, "--xml", "", "--xml") ||
+      !tovak::translateFlag(*this, index, "--ignore-req", "", "--noreq")) {
     return false;
   }
-  if (!parameters->isSetParameter("--proxy-address", "")) {
+  if (!index.isSet("--proxy-address")) {
     return tovak::checkNoCredentialsWithoutAddress(
-        *parameters, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
+        index, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
   }
-  const std::string address = tovak::longOptionValue(*parameters, "--proxy-address");
-  const std::string port = tovak::longOptionValue(*parameters, "--proxy-port");
-  const std::string user = tovak::longOptionValue(*parameters, "--proxy-user");
-  const std::string password = tovak::longOptionValue(*parameters, "--proxy-password");
+  const std::string address(index.valueOf("--proxy-address"));
+  const std::string port(index.valueOf("--proxy-port"));
+  const std::string user(index.valueOf("--proxy-user"));
+  const std::string password(index.valueOf("--proxy-password"));
   addParameter("--proxy", tovak::credentialValue(user, password, address) + ":" + port);
   return true;
 }

@@ -45,29 +45,22 @@ void CommandBase::addParameter(std::string name, std::string value) {
   if (quoted) commandLine += '"';
 }
 
+// A caller's names are checked as isSetParameter checks them, and a bad one leaves the
+// line as it is.
 bool CommandBase::translateNoValueParameter(std::string parameter1, std::string parameter2,
                                             std::string targetOption) {
-  if (!parameters->isSetParameter(parameter1, parameter2)) {
+  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return true;
   }
-  if (!parameters->getParameterValue(parameter1, parameter2).empty()) {
-    tovak::writeLine(tovak::carryValueMessage(parameter1, parameter2));
-    return false;
-  }
-  addParameter(std::move(targetOption));
-  return true;
+  return tovak::translateFlag(*this, tovak::OptionIndex(*parameters), parameter1, parameter2,
+                              targetOption);
 }
 
 bool CommandBase::translateHasValueParameter(std::string parameter1, std::string parameter2,
                                              std::string targetOption) {
-  if (!parameters->isSetParameter(parameter1, parameter2)) {
+  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return true;
   }
-  std::string value = parameters->getParameterValue(parameter1, parameter2);
-  if (value.empty()) {
-    tovak::writeLine(tovak::emptyValueMessage(parameter1, parameter2));
-    return false;
-  }
-  addParameter(std::move(targetOption), std::move(value));
-  return true;
+  return tovak::translateValued(*this, tovak::OptionIndex(*parameters), parameter1, parameter2,
+                                targetOption);
 }

@@ -42,30 +42,31 @@ void CompareUpdateCommand::addSupportedParameters() {
 }
 
 bool CompareUpdateCommand::translateParameters() {
+  const tovak::OptionIndex index(*parameters);
   addCommand(commandName == "compare" ? "update compare" : "update flash");
   // "--type fw" appended as one text reads exactly like the name-value pair.
-  if (!translateNoValueParameter("-F", "--firmware", "--type fw") ||
-      !translateNoValueParameter("-D", "--drivers", "--type dd") ||
-      !translateHasValueParameter("-f", "--force", "--forceid") ||
-      !translateHasValueParameter("-o", "--linuxoverride", "--forceid") ||
-      !translateHasValueParameter("-l", "--local", "--dir")) {
+  if (!tovak::translateFlag(*this, index, "-F", "--firmware", "--type fw") ||
+      !tovak::translateFlag(*this, index, "-D", "--drivers", "--type dd") ||
+      !tovak::translateValued(*this, index, "-f", "--force", "--forceid") ||
+      !tovak::translateValued(*this, index, "-o", "--linuxoverride", "--forceid") ||
+      !tovak::translateValued(*this, index, "-l", "--local", "--dir")) {
     return false;
   }
-  if (parameters->isSetParameter("-s", "--select")) {
+  if (tovak::isSetInEitherForm(index, "-s", "--select")) {
     tovak::writeLine(
         "Warning: The parameter -s or --select is not supported by fendix. It will be ignored!");
   }
-  const bool excludeAll = parameters->isSetParameter("-e", "--exclude") &&
-                          parameters->getParameterValue("-e", "--exclude") == "all";
+  const bool excludeAll = tovak::isSetInEitherForm(index, "-e", "--exclude") &&
+                          tovak::valueInEitherForm(index, "-e", "--exclude") == "all";
   if (excludeAll) {
     // Excluding everything leaves only the individually chosen updates; "latest" is moot.
     addParameter("--scope", "individual");
   } else {
-    if (!translateHasValueParameter("-e", "--exclude", "--excludeid ")) {
+    if (!tovak::translateValued(*this, index, "-e", "--exclude", "--excludeid ")) {
       return false;
     }
-    if (parameters->isSetParameter("-L", "--latest")) {
-      const std::string latest = parameters->getParameterValue("-L", "--latest");
+    if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
+      const std::string latest(tovak::valueInEitherForm(index, "-L", "--latest"));
       tovak::writeLine(latest);
       if (!latest.empty()) {
         tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
@@ -74,15 +75,15 @@ bool CompareUpdateCommand::translateParameters() {
       addParameter("--scope", "latest");
     }
   }
-  if (!translateHasValueParameter("-i", "--include", "--includeid ") ||
-      !translateNoValueParameter("--noinventory", "", "--noscan ") ||
-      !translateHasValueParameter("--vmware-esxi", "", "--esxi") ||
-      !translateHasValueParameter("-m", "--machine-type", "--mt") ||
-      !translateNoValueParameter("--xml", "", "--xml")) {
+  if (!tovak::translateValued(*this, index, "-i", "--include", "--includeid ") ||
+      !tovak::translateFlag(*this, index, "--noinventory", "", "--noscan ") ||
+      !tovak::translateValued(*this, index, "--vmware-esxi", "", "--esxi") ||
+      !tovak::translateValued(*this, index, "-m", "--machine-type", "--mt") ||
+      !tovak::translateFlag(*this, index, "--xml", "", "--xml")) {
     return false;
   }
-  const std::string host = tovak::longOptionValue(*parameters, "--host");
-  const std::string updateArgs = tovak::longOptionValue(*parameters, "--update-args");
+  const std::string host(index.valueOf("--host"));
+  const std::string updateArgs(index.valueOf("--update-args"));
   std::string user;
   std::string password;
   if (!updateArgs.empty()) {

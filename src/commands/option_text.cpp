@@ -37,18 +37,41 @@ std::string credentialValue(const std::string& user, const std::string& password
   return user + ":" + password + "@" + address;
 }
 
-std::string longOptionValue(Parameters& parameters, const std::string& name) {
-  return parameters.getParameterValue(name, std::string());
-}
-
-bool checkNoCredentialsWithoutAddress(Parameters& parameters, const std::string& address,
-                                      std::initializer_list<const char*> credentials) {
-  for (const char* credential : credentials) {
-    if (parameters.isSetParameter(credential, std::string())) {
-      writeLine("The parameter: " + address + " need specify. ");
+bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view address,
+                                      std::initializer_list<std::string_view> credentials) {
+  for (const std::string_view credential : credentials) {
+    if (index.isSet(credential)) {
+      writeLine("The parameter: " + std::string(address) + " need specify. ");
       return false;
     }
   }
+  return true;
+}
+
+bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+                   std::string_view parameter2, std::string_view targetOption) {
+  if (!isSetInEitherForm(index, parameter1, parameter2)) {
+    return true;
+  }
+  if (!valueInEitherForm(index, parameter1, parameter2).empty()) {
+    writeLine(carryValueMessage(std::string(parameter1), std::string(parameter2)));
+    return false;
+  }
+  command.addParameter(std::string(targetOption));
+  return true;
+}
+
+bool translateValued(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+                     std::string_view parameter2, std::string_view targetOption) {
+  if (!isSetInEitherForm(index, parameter1, parameter2)) {
+    return true;
+  }
+  const std::string_view value = valueInEitherForm(index, parameter1, parameter2);
+  if (value.empty()) {
+    writeLine(emptyValueMessage(std::string(parameter1), std::string(parameter2)));
+    return false;
+  }
+  command.addParameter(std::string(targetOption), std::string(value));
   return true;
 }
 

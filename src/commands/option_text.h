@@ -1,5 +1,6 @@
 // Pieces of text and checks that several translators share: the two option messages, the
-// "user:password@address" value and the rule that credentials need their address.
+// "user:password@address" value, the rule that credentials need their address, and the
+// translation of a flag and of an option with a value, all asked of one index of the line.
 #ifndef TOVAK_COMMANDS_OPTION_TEXT_H
 #define TOVAK_COMMANDS_OPTION_TEXT_H
 
@@ -7,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "parameters/option_index.h"
+#include "tovak/command_base.h"
 #include "tovak/parameters.h"
 
 namespace tovak {
@@ -30,13 +33,18 @@ std::string emptyValueMessage(const std::string& parameter1, const std::string& 
 std::string credentialValue(const std::string& user, const std::string& password,
                             const std::string& address);
 
-// The value of an option that has only a long form.
-std::string longOptionValue(Parameters& parameters, const std::string& name);
-
 // For a line without the address option: credentials alone mean nothing and are refused
 // with "The parameter: <address> need specify. "; true when none of them is given.
-bool checkNoCredentialsWithoutAddress(Parameters& parameters, const std::string& address,
-                                      std::initializer_list<const char*> credentials);
+bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view address,
+                                      std::initializer_list<std::string_view> credentials);
+
+// A legacy flag: appends targetOption when it is given without a value; refuses a value.
+bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+                   std::string_view parameter2, std::string_view targetOption);
+
+// A legacy option with a value: appends targetOption and the value; refuses an empty value.
+bool translateValued(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+                     std::string_view parameter2, std::string_view targetOption);
 
 }  // namespace tovak
 

@@ -21,18 +21,19 @@ void QuenmarkCommand::addSupportedParameters() {
 }
 
 bool QuenmarkCommand::translateParameters() {
+  const tovak::OptionIndex index(*parameters);
   // Without the scan flag the line has no subcommand and starts with the blank of its
   // first option; scripts rely on it being run all the same.
-  if (parameters->isSetParameter("-s", "--scan")) {
+  if (tovak::isSetInEitherForm(index, "-s", "--scan")) {
     addCommand("update scan");
   }
-  if (!parameters->isSetParameter("--vq-address", "")) {
-    return tovak::checkNoCredentialsWithoutAddress(*parameters, "--vq-address",
+  if (!index.isSet("--vq-address")) {
+    return tovak::checkNoCredentialsWithoutAddress(index, "--vq-address",
                                                    {"--vq-user", "--vq-password"});
   }
-  const std::string address = tovak::longOptionValue(*parameters, "--vq-address");
-  const std::string user = tovak::longOptionValue(*parameters, "--vq-user");
-  const std::string password = tovak::longOptionValue(*parameters, "--vq-password");
+  const std::string address(index.valueOf("--vq-address"));
+  const std::string user(index.valueOf("--vq-user"));
+  const std::string password(index.valueOf("--vq-password"));
   addParameter("--zul", tovak::credentialValue(user, password, address));
   return true;
 }

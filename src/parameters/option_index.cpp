@@ -126,6 +126,23 @@ OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
   return entries_[slots_[slot] - 1];
 }
 
+bool checkQueryNames(std::string_view parameter1, std::string_view parameter2,
+                     std::string_view noDashMessage) {
+  if (parameter1.empty()) {
+    writeLine(" The parameter1 should not be empty!");
+    return false;
+  }
+  if (!startsWithDash(parameter1)) {
+    writeLine(noDashMessage);
+    return false;
+  }
+  if (!parameter2.empty() && !startsWithDash(parameter2)) {
+    writeLine(" The parameter2 should start with dash!");
+    return false;
+  }
+  return true;
+}
+
 bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
                        std::string_view parameter2) {
   return index.isSet(parameter1) || index.isSet(parameter2);

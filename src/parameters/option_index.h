@@ -60,6 +60,15 @@ class OptionIndex {
 
 // The queries as the library asks them, of an index built once for the whole question set.
 
+// The option-name arguments of a query from outside: parameter1 a dashed name, parameter2
+// empty or dashed. Anything else is reported, with the query's own wording for a dashless
+// parameter1, and gives false.
+bool checkQueryNames(std::string_view parameter1, std::string_view parameter2,
+                     std::string_view noDashMessage);
+// The wordings for a dashless parameter1: isSetParameter's, and getParameterValue's.
+inline constexpr std::string_view kSetQueryDashless = " The parameter should start with dash!";
+inline constexpr std::string_view kValueQueryDashless = " The parameter1 should start with dash!";
+
 // Whether the option is given in either form.
 bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
                        std::string_view parameter2);

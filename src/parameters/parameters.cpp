@@ -13,25 +13,6 @@ using tovak::isDoubleDash;
 using tovak::isSingleDash;
 using tovak::startsWithDash;
 
-// The option-name arguments of a query: parameter1 a dashed name, parameter2 empty or
-// dashed. Anything else is reported, with the query's own wording for a dashless parameter1.
-bool checkNameArguments(const std::string& parameter1, const std::string& parameter2,
-                        std::string_view noDashMessage) {
-  if (parameter1.empty()) {
-    tovak::writeLine(" The parameter1 should not be empty!");
-    return false;
-  }
-  if (!startsWithDash(parameter1)) {
-    tovak::writeLine(noDashMessage);
-    return false;
-  }
-  if (!parameter2.empty() && !startsWithDash(parameter2)) {
-    tovak::writeLine(" The parameter2 should start with dash!");
-    return false;
-  }
-  return true;
-}
-
 constexpr std::string_view kNotValid = "The command parameters are not vaild!";
 
 bool reject(std::string_view reason) {
@@ -99,14 +80,14 @@ std::string Parameters::getSingleParameterValue(std::string name) {
 }
 
 std::string Parameters::getParameterValue(std::string parameter1, std::string parameter2) {
-  if (!checkNameArguments(parameter1, parameter2, " The parameter1 should start with dash!")) {
+  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kValueQueryDashless)) {
     return std::string();
   }
   return std::string(tovak::valueInEitherForm(tovak::OptionIndex(*this), parameter1, parameter2));
 }
 
 bool Parameters::isSetParameter(std::string parameter1, std::string parameter2) {
-  if (!checkNameArguments(parameter1, parameter2, " The parameter should start with dash!")) {
+  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return false;
   }
   return tovak::isSetInEitherForm(tovak::OptionIndex(*this), parameter1, parameter2);
