@@ -50,10 +50,11 @@ bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view
 
 bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
                    std::string_view parameter2, std::string_view targetOption) {
-  if (!isSetInEitherForm(index, parameter1, parameter2)) {
+  const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
+  if (!option1.set && !option2.set) {
     return true;
   }
-  if (!valueInEitherForm(index, parameter1, parameter2).empty()) {
+  if (!valueInEitherForm(option1, option2, parameter1, parameter2).empty()) {
     writeLine(carryValueMessage(std::string(parameter1), std::string(parameter2)));
     return false;
   }
@@ -63,10 +64,11 @@ bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_v
 
 bool translateValued(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
                      std::string_view parameter2, std::string_view targetOption) {
-  if (!isSetInEitherForm(index, parameter1, parameter2)) {
+  const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
+  if (!option1.set && !option2.set) {
     return true;
   }
-  const std::string_view value = valueInEitherForm(index, parameter1, parameter2);
+  const std::string_view value = valueInEitherForm(option1, option2, parameter1, parameter2);
   if (value.empty()) {
     writeLine(emptyValueMessage(std::string(parameter1), std::string(parameter2)));
     return false;

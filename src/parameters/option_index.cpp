@@ -1,5 +1,6 @@
 #include "parameters/option_index.h"
 
+#include <cstring>
 #include <string>
 
 #include "platform/console.h"
@@ -12,24 +13,12 @@ bool namesAnOption(std::string_view name) {
   return isSingleDash(name) || (isDoubleDash(name) && name.find('=') == std::string_view::npos);
 }
 
-std::uint64_t hashOf(std::string_view text) {
-  std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a
-  for (const char c : text) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
-  }
-  return hash;
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
+  hash = (hash ^ word) * 0xff51afd7ed558ccdULL;
+  return hash ^ (hash >> 32);
 }
 
 }  // namespace
-
-bool isInTable(std::string_view name, const SupportedParameterTable& table) {
-  for (const auto& row : table) {
-    if (name == row.first || name == row.second) {
-      return true;
-    }
-  }
-  return false;
-}
 
 bool startsWithDash(std::string_view text) { return !text.empty() && text[0] == '-'; }
 
@@ -51,17 +40,32 @@ std::string_view optionNameOf(std::string_view token) {
   return std::string_view();
 }
 
-OptionIndex::OptionIndex(const Parameters& parameters) {
+bool isInTable(std::string_view name, const SupportedParameterTable& table) {
+  for (const auto& row : table) {
+    if (name == row.first || name == row.second) {
+      return true;
+    }
+  }
+  return false;
+}
+
+OptionIndex::OptionIndex(const Parameters& parameters)
+    : entries_(inlineEntries_),
+      slots_(inlineSlots_),
+      slotMask_(2 * kInlineTokens - 1),
+      seed_(reinterpret_cast<std::uintptr_t>(this) * 0x9e3779b97f4a7c15ULL) {
   const std::vector<std::string>& tokens = parameters.parameterList;
-  if (tokens.empty()) {
-    return;
+  if (tokens.size() > kInlineTokens) {
+    std::size_t slotCount = 2 * kInlineTokens;
+    while (slotCount < 2 * tokens.size()) {
+      slotCount *= 2;
+    }
+    heapEntries_ = std::make_unique<Entry[]>(tokens.size());
+    heapSlots_ = std::make_unique<std::uint32_t[]>(slotCount);
+    entries_ = heapEntries_.get();
+    slots_ = heapSlots_.get();
+    slotMask_ = slotCount - 1;
   }
-  std::size_t slotCount = 8;
-  while (slotCount < 2 * tokens.size()) {
-    slotCount *= 2;
-  }
-  slots_.assign(slotCount, 0);
-  entries_.reserve(tokens.size());
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view token = tokens[i];
     if (!startsWithDash(token)) {
@@ -82,46 +86,52 @@ OptionIndex::OptionIndex(const Parameters& parameters) {
   }
 }
 
-bool OptionIndex::isSet(std::string_view name) const {
-  return namesAnOption(name) && find(name) != nullptr;
-}
-
-std::string_view OptionIndex::valueOf(std::string_view name) const {
-  const Entry* entry = namesAnOption(name) ? find(name) : nullptr;
-  return entry != nullptr ? entry->value : std::string_view();
+OptionIndex::Option OptionIndex::find(std::string_view name) const {
+  if (!namesAnOption(name)) {
+    return Option{};
+  }
+  const std::uint32_t taken = slots_[slotFor(name)];
+  return taken != 0 ? Option{true, entries_[taken - 1].value} : Option{};
 }
 
 const std::string_view* OptionIndex::firstUnsupported(const SupportedParameterTable& table) const {
-  for (const Entry& entry : entries_) {
-    if (!isInTable(entry.name, table)) {
-      return &entry.name;
+  for (std::size_t i = 0; i < entryCount_; ++i) {
+    if (!isInTable(entries_[i].name, table)) {
+      return &entries_[i].name;
     }
   }
   return nullptr;
 }
 
-std::size_t OptionIndex::slotFor(std::string_view name) const {
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = hashOf(name) & mask;
-  while (slots_[slot] != 0 && entries_[slots_[slot] - 1].name != name) {
-    slot = (slot + 1) & mask;
+// Eight bytes at a time: option names are short.
+std::size_t OptionIndex::hashOf(std::string_view name) const {
+  std::uint64_t hash = mixed(seed_, name.size());
+  std::size_t at = 0;
+  for (; at + 8 <= name.size(); at += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, name.data() + at, 8);
+    hash = mixed(hash, word);
   }
-  return slot;
+  std::uint64_t tail = 0;
+  for (; at < name.size(); ++at) {
+    tail = tail << 8 | static_cast<unsigned char>(name[at]);
+  }
+  return static_cast<std::size_t>(mixed(hash, tail));
 }
 
-const OptionIndex::Entry* OptionIndex::find(std::string_view name) const {
-  if (slots_.empty()) {
-    return nullptr;
+std::size_t OptionIndex::slotFor(std::string_view name) const {
+  std::size_t slot = hashOf(name) & slotMask_;
+  while (slots_[slot] != 0 && entries_[slots_[slot] - 1].name != name) {
+    slot = (slot + 1) & slotMask_;
   }
-  const std::uint32_t taken = slots_[slotFor(name)];
-  return taken != 0 ? &entries_[taken - 1] : nullptr;
+  return slot;
 }
 
 OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
   const std::size_t slot = slotFor(name);
   if (slots_[slot] == 0) {
-    entries_.push_back(Entry{name, std::string_view(), false});
-    slots_[slot] = static_cast<std::uint32_t>(entries_.size());
+    entries_[entryCount_++] = Entry{name, std::string_view(), false};
+    slots_[slot] = static_cast<std::uint32_t>(entryCount_);
   }
   return entries_[slots_[slot] - 1];
 }
@@ -150,15 +160,20 @@ bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
 
 std::string_view valueInEitherForm(const OptionIndex& index, std::string_view parameter1,
                                    std::string_view parameter2) {
-  const std::string_view value1 = index.valueOf(parameter1);
-  const std::string_view value2 = index.valueOf(parameter2);
-  if (!value1.empty() && !value2.empty()) {
+  return valueInEitherForm(index.find(parameter1), index.find(parameter2), parameter1,
+                           parameter2);
+}
+
+std::string_view valueInEitherForm(const OptionIndex::Option& option1,
+                                   const OptionIndex::Option& option2,
+                                   std::string_view parameter1, std::string_view parameter2) {
+  if (!option1.value.empty() && !option2.value.empty()) {
     const std::string first(parameter1);
     writeLine("Warning: Should not set \"" + first + "\" and \"" + std::string(parameter2) +
               "\" at the same time.");
     writeLine("Using \"" + first + "\" this time.");
   }
-  return value1.empty() ? value2 : value1;
+  return option1.value.empty() ? option2.value : option1.value;
 }
 
 bool checkSupported(const OptionIndex& index, const SupportedParameterTable& table) {

@@ -10,6 +10,7 @@
 #define TOVAK_PARAMETERS_OPTION_INDEX_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,14 +31,22 @@ bool isInTable(std::string_view name, const SupportedParameterTable& table);
 
 class OptionIndex {
  public:
+  // What the line says about one option name.
+  struct Option {
+    bool set = false;        // some token names it
+    std::string_view value;  // its first value, "" when it has none
+  };
+
   // Reads the parameters' tokens, which must outlive the index.
   explicit OptionIndex(const Parameters& parameters);
+  OptionIndex(const OptionIndex&) = delete;
+  OptionIndex& operator=(const OptionIndex&) = delete;
 
-  // Whether some token names the option. A name that no token can give (empty, without
-  // a dash, a long name with "=", a lone "-") is never set.
-  bool isSet(std::string_view name) const;
-  // The option's first value; "" when it has none.
-  std::string_view valueOf(std::string_view name) const;
+  // A name that no token can give (empty, without a dash, a long name with "=", a lone
+  // "-") is never set.
+  Option find(std::string_view name) const;
+  bool isSet(std::string_view name) const { return find(name).set; }
+  std::string_view valueOf(std::string_view name) const { return find(name).value; }
   // The first option name, in the order of the tokens, that the table has not in either
   // column, or nullptr when it has them all. A lone "-" stands for the empty name here.
   const std::string_view* firstUnsupported(const SupportedParameterTable& table) const;
@@ -48,17 +57,24 @@ class OptionIndex {
     std::string_view value;
     bool valued = false;
   };
+  // A typical line fits here and needs no allocation.
+  static constexpr std::size_t kInlineTokens = 32;
 
+  std::size_t hashOf(std::string_view name) const;
   // The slot that holds the name, or the empty one where it would go.
   std::size_t slotFor(std::string_view name) const;
-  const Entry* find(std::string_view name) const;
   Entry& findOrAdd(std::string_view name);
 
-  std::vector<Entry> entries_;        // one per name, in the order the names first appear
-  std::vector<std::uint32_t> slots_;  // open addressing: 1 + an index into entries_, or 0
+  Entry* entries_;  // one per name, in the order the names first appear
+  std::size_t entryCount_ = 0;
+  std::uint32_t* slots_;  // open addressing: 1 + an index into entries_, or 0
+  std::size_t slotMask_;
+  std::uint64_t seed_;  // differs from run to run, so that no line can be made to collide
+  Entry inlineEntries_[kInlineTokens];
+  std::uint32_t inlineSlots_[2 * kInlineTokens] = {};
+  std::unique_ptr<Entry[]> heapEntries_;
+  std::unique_ptr<std::uint32_t[]> heapSlots_;
 };
-
-// The queries as the library asks them, of an index built once for the whole question set.
 
 // The option-name arguments of a query from outside: parameter1 a dashed name, parameter2
 // empty or dashed. Anything else is reported, with the query's own wording for a dashless
@@ -76,6 +92,10 @@ bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
 // The option's value in either form; parameter1's wins, with a warning when both have one.
 std::string_view valueInEitherForm(const OptionIndex& index, std::string_view parameter1,
                                    std::string_view parameter2);
+// The same for the two forms already looked up.
+std::string_view valueInEitherForm(const OptionIndex::Option& option1,
+                                   const OptionIndex::Option& option2,
+                                   std::string_view parameter1, std::string_view parameter2);
 
 // Every option token is in the table and no row carries values in both forms; otherwise
 // says which and gives false. The unsupported name is printed without a line end and left

@@ -1,0 +1,98 @@
+// Checks the option index against the plain definition of each question, a scan of the
+// tokens, on arbitrary token lists: whether an option is set, its first value, and the
+// first option name a table lacks. Input: tokens separated by '\n'.
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "parameters/option_index.h"
+
+namespace {
+
+using Tokens = std::vector<std::string>;
+
+bool isShort(const std::string& name) {
+  return name.size() >= 2 && name[0] == '-' && name[1] != '-';
+}
+
+bool isLong(const std::string& name) {
+  return name.size() >= 2 && name[0] == '-' && name[1] == '-' &&
+         name.find('=') == std::string::npos;
+}
+
+bool plainIsSet(const Tokens& tokens, const std::string& name) {
+  for (const std::string& token : tokens) {
+    if ((isShort(name) && token == name) ||
+        (isLong(name) && (token == name || token.rfind(name + "=", 0) == 0))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::string plainValueOf(const Tokens& tokens, const std::string& name) {
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    if (isShort(name) && tokens[i] == name && i + 1 < tokens.size() && tokens[i + 1][0] != '-') {
+      return tokens[i + 1];
+    }
+    if (isLong(name) && tokens[i].rfind(name + "=", 0) == 0)
+      return tokens[i].substr(name.size() + 1);
+  }
+  return "";
+}
+
+std::string plainFirstUnsupported(const Tokens& tokens, const SupportedParameterTable& table) {
+  for (const std::string& token : tokens) {
+    if (token.empty() || token[0] != '-') continue;
+    const std::string name = token.size() < 2  ? ""
+                             : token[1] != '-' ? token
+                                               : token.substr(0, token.find('='));
+    bool listed = false;
+    for (const auto& row : table) listed = listed || row.first == name || row.second == name;
+    if (!listed) return name;
+  }
+  return "(all listed)";
+}
+
+void check(bool holds, const char* question, const std::string& name) {
+  if (holds) return;
+  std::fprintf(stderr, "the index and the scan differ on %s of '%s'\n", question, name.c_str());
+  std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  Tokens tokens(1);
+  for (std::size_t i = 0; i < size; ++i) {
+    if (data[i] == '\n')
+      tokens.emplace_back();
+    else
+      tokens.back().push_back(static_cast<char>(data[i]));
+  }
+  // What the library sees of each token: up to a NUL byte.
+  for (std::string& token : tokens) token = token.c_str();
+  std::vector<char*> argv{nullptr, nullptr};
+  std::string word = "co";
+  argv[1] = word.data();
+  for (std::string& token : tokens) argv.push_back(token.data());
+  const Parameters parameters(static_cast<int>(argv.size()), argv.data());
+  const tovak::OptionIndex index(parameters);
+  Tokens names = {"", "-", "--", "-m", "--mt", "-m=5", "--mt=x"};
+  for (const std::string& token : tokens) {
+    names.push_back(token);
+    names.emplace_back(tovak::optionNameOf(token));
+  }
+  for (const std::string& name : names) {
+    check(index.isSet(name) == plainIsSet(tokens, name), "whether it is set", name);
+    check(index.valueOf(name) == plainValueOf(tokens, name), "its value", name);
+  }
+  const SupportedParameterTable table = {{"-m", "--mt"}, {"--x", ""}, {"-a", "--bb"}};
+  const std::string_view* unsupported = index.firstUnsupported(table);
+  check((unsupported ? std::string(*unsupported) : "(all listed)") ==
+            plainFirstUnsupported(tokens, table),
+        "the first name the table lacks", "");
+  return 0;
+}
