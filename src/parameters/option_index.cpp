@@ -1,6 +1,7 @@
 #include "parameters/option_index.h"
 
-#include <cstring>
+#include <bits/hash_bytes.h>
+
 #include <string>
 
 #include "platform/console.h"
@@ -11,11 +12,6 @@ namespace {
 
 bool namesAnOption(std::string_view name) {
   return isSingleDash(name) || (isDoubleDash(name) && name.find('=') == std::string_view::npos);
-}
-
-std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
-  hash = (hash ^ word) * 0xff51afd7ed558ccdULL;
-  return hash ^ (hash >> 32);
 }
 
 }  // namespace
@@ -52,19 +48,18 @@ bool isInTable(std::string_view name, const SupportedParameterTable& table) {
 OptionIndex::OptionIndex(const Parameters& parameters)
     : entries_(inlineEntries_),
       slots_(inlineSlots_),
-      slotMask_(2 * kInlineTokens - 1),
-      seed_(reinterpret_cast<std::uintptr_t>(this) * 0x9e3779b97f4a7c15ULL) {
+      seed_(reinterpret_cast<std::uintptr_t>(this)) {
   const std::vector<std::string>& tokens = parameters.parameterList;
+  std::size_t slotCount = 1;
+  while (slotCount < 2 * tokens.size()) {
+    slotCount *= 2;  // a power of two, at most half full
+  }
+  slotMask_ = slotCount - 1;
   if (tokens.size() > kInlineTokens) {
-    std::size_t slotCount = 2 * kInlineTokens;
-    while (slotCount < 2 * tokens.size()) {
-      slotCount *= 2;
-    }
     heapEntries_ = std::make_unique<Entry[]>(tokens.size());
     heapSlots_ = std::make_unique<std::uint32_t[]>(slotCount);
     entries_ = heapEntries_.get();
     slots_ = heapSlots_.get();
-    slotMask_ = slotCount - 1;
   }
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view token = tokens[i];
@@ -103,20 +98,9 @@ const std::string_view* OptionIndex::firstUnsupported(const SupportedParameterTa
   return nullptr;
 }
 
-// Eight bytes at a time: option names are short.
+// The hash libstdc++ gives std::string, seeded per index.
 std::size_t OptionIndex::hashOf(std::string_view name) const {
-  std::uint64_t hash = mixed(seed_, name.size());
-  std::size_t at = 0;
-  for (; at + 8 <= name.size(); at += 8) {
-    std::uint64_t word;
-    std::memcpy(&word, name.data() + at, 8);
-    hash = mixed(hash, word);
-  }
-  std::uint64_t tail = 0;
-  for (; at < name.size(); ++at) {
-    tail = tail << 8 | static_cast<unsigned char>(name[at]);
-  }
-  return static_cast<std::size_t>(mixed(hash, tail));
+  return std::_Hash_bytes(name.data(), name.size(), seed_);
 }
 
 std::size_t OptionIndex::slotFor(std::string_view name) const {

@@ -69,7 +69,7 @@ class OptionIndex {
   std::size_t entryCount_ = 0;
   std::uint32_t* slots_;  // open addressing: 1 + an index into entries_, or 0
   std::size_t slotMask_;
-  std::uint64_t seed_;  // differs from run to run, so that no line can be made to collide
+  std::size_t seed_;  // differs from run to run, so that no line can be made to collide
   Entry inlineEntries_[kInlineTokens];
   std::uint32_t inlineSlots_[2 * kInlineTokens] = {};
   std::unique_ptr<Entry[]> heapEntries_;

@@ -121,6 +121,14 @@ void checkInterface(char** statuses) {
   char vector[][3] = {"t", "qk", "-s"};
   char* pointers[] = {vector[0], vector[1], vector[2]};
   checkLayouts(pointers);
+  Parameters scan(3, pointers);  // a caller's own use of the translate operations
+  QuenmarkCommand command(&scan);
+  const bool flag = command.translateNoValueParameter("-s", "--scan", "flag");
+  const bool empty = command.translateHasValueParameter("--x", "-s", "v");
+  const bool dashless = command.translateHasValueParameter("s", "", "v");
+  const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
+  std::printf("translated %d%d%d%d:%s\n", flag, empty, dashless, dashless2,
+              command.getCommandLine().c_str());
   std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
               Parameters(4, strings).isSetParameter("-x", ""),
               Parameters(3, nullptr).getCommand().c_str());
