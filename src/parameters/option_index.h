@@ -55,7 +55,7 @@ class OptionIndex {
   struct Entry {
     std::string_view name;
     std::string_view value;
-    bool valued = false;
+    bool valued;
   };
   // A typical line fits here and needs no allocation.
   static constexpr std::size_t kInlineTokens = 32;

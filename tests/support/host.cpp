@@ -125,7 +125,7 @@ void checkInterface(char** statuses) {
   QuenmarkCommand command(&scan);
   const bool flag = command.translateNoValueParameter("-s", "--scan", "flag");
   const bool empty = command.translateHasValueParameter("--x", "-s", "v");
-  const bool dashless = command.translateHasValueParameter("s", "", "v");
+  const bool dashless = command.translateHasValueParameter("-s", "s", "v");
   const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
   std::printf("translated %d%d%d%d:%s\n", flag, empty, dashless, dashless2,
               command.getCommandLine().c_str());
