@@ -55,7 +55,7 @@ OptionIndex::OptionIndex(const Parameters& parameters)
     slotCount *= 2;  // a power of two, at most half full
   }
   slotMask_ = slotCount - 1;
-  if (tokens.size() > kInlineTokens) {
+  if (slotCount > kInlineSlots) {
     heapEntries_ = std::make_unique<Entry[]>(tokens.size());
     heapSlots_ = std::make_unique<std::uint32_t[]>(slotCount);
     entries_ = heapEntries_.get();

@@ -57,8 +57,8 @@ class OptionIndex {
     std::string_view value;
     bool valued;
   };
-  // A typical line fits here and needs no allocation.
-  static constexpr std::size_t kInlineTokens = 32;
+  // A typical line's slots fit here and need no allocation.
+  static constexpr std::size_t kInlineSlots = 64;
 
   std::size_t hashOf(std::string_view name) const;
   // The slot that holds the name, or the empty one where it would go.
@@ -70,8 +70,8 @@ class OptionIndex {
   std::uint32_t* slots_;  // open addressing: 1 + an index into entries_, or 0
   std::size_t slotMask_;
   std::size_t seed_;  // differs from run to run, so that no line can be made to collide
-  Entry inlineEntries_[kInlineTokens];
-  std::uint32_t inlineSlots_[2 * kInlineTokens] = {};
+  Entry inlineEntries_[kInlineSlots];  // never more names than slots
+  std::uint32_t inlineSlots_[kInlineSlots] = {};
   std::unique_ptr<Entry[]> heapEntries_;
   std::unique_ptr<std::uint32_t[]> heapSlots_;
 };
