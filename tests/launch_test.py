@@ -152,6 +152,7 @@ def launcher_places():
     line = "update compare --type fw --dir /srv" + OUTPUT
     expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
            (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
+    expect("a hundred option names", run(BIN + "tovak", ["co", *(f"--x{i}" for i in range(100))])[:2], (1, "The parameter: --x0 is not supported!"))
     top = tempfile.mkdtemp(prefix="tovak-places-")
     for name, byte in (("azAZ09+,:@%=_-.", None), ("semi;colon", 0x3b), ("a blank", 0x20), ("caf\u00e9", 0xc3)):
         directory = copies(os.path.join(top, name))
