@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fuzz_input.h"
 #include "parameters/option_index.h"
 
 namespace {
@@ -65,13 +66,7 @@ void check(bool holds, const char* question, const std::string& name) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  Tokens tokens(1);
-  for (std::size_t i = 0; i < size; ++i) {
-    if (data[i] == '\n')
-      tokens.emplace_back();
-    else
-      tokens.back().push_back(static_cast<char>(data[i]));
-  }
+  Tokens tokens = tokensOf(data, size);
   // What the library sees of each token: up to a NUL byte.
   for (std::string& token : tokens) token = token.c_str();
   std::vector<char*> argv{nullptr, nullptr};

@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "entry/translation.h"
+#include "fuzz_input.h"
 #include "tovak/test.h"
 
 namespace {
@@ -118,13 +119,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  Tokens tokens(1);
-  for (std::size_t i = 0; i < size; ++i) {
-    if (data[i] == '\n')
-      tokens.emplace_back();
-    else
-      tokens.back().push_back(static_cast<char>(data[i]));
-  }
+  Tokens tokens = tokensOf(data, size);
   const Printed run = translate(tokens);
   const std::string word = tokens[0].c_str();  // what the library sees: up to a NUL
   static const std::map<std::string, std::string> kOtherWord = {
