@@ -1,6 +1,6 @@
 // Checks the option index against the plain definition of each question, a scan of the
-// tokens, on arbitrary token lists: whether an option is set, its first value, and the
-// first option name a table lacks. Input: tokens separated by '\n'.
+// tokens, on arbitrary token lists: whether an option is set, its first value, the first
+// option name a table lacks and the first row with a value in both forms. Input: tokens separated by '\n'.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -57,6 +57,14 @@ std::string plainFirstUnsupported(const Tokens& tokens, const SupportedParameter
   return "(all listed)";
 }
 
+std::string plainConflict(const Tokens& tokens, const SupportedParameterTable& table) {
+  for (const auto& row : table) {
+    if (!plainValueOf(tokens, row.first).empty() && !plainValueOf(tokens, row.second).empty())
+      return row.first + " " + row.second;
+  }
+  return "(none)";
+}
+
 void check(bool holds, const char* question, const std::string& name) {
   if (holds) return;
   std::fprintf(stderr, "the index and the scan differ on %s of '%s'\n", question, name.c_str());
@@ -74,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   argv[1] = word.data();
   for (std::string& token : tokens) argv.push_back(token.data());
   const Parameters parameters(static_cast<int>(argv.size()), argv.data());
-  const tovak::OptionIndex index(parameters);
+  tovak::OptionIndex index(parameters);
   Tokens names = {"", "-", "--", "-m", "--mt", "-m=5", "--mt=x"};
   for (const std::string& token : tokens) {
     names.push_back(token);
@@ -84,10 +92,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     check(index.isSet(name) == plainIsSet(tokens, name), "whether it is set", name);
     check(index.valueOf(name) == plainValueOf(tokens, name), "its value", name);
   }
-  const SupportedParameterTable table = {{"-m", "--mt"}, {"--x", ""}, {"-a", "--bb"}};
-  const std::string_view* unsupported = index.firstUnsupported(table);
-  check((unsupported ? std::string(*unsupported) : "(all listed)") ==
+  const SupportedParameterTable table = {{"-m", "--mt"}, {"--x", ""}, {"-a", "--bb"}, {"-a", "-m"}};
+  const tovak::OptionIndex::TableCheck against = index.checkAgainst(table);
+  check((against.unsupported ? std::string(*against.unsupported) : "(all listed)") ==
             plainFirstUnsupported(tokens, table),
         "the first name the table lacks", "");
+  check((against.conflict ? against.conflict->first + " " + against.conflict->second : "(none)") ==
+            plainConflict(tokens, table),
+        "the first row with two values", "");
   return 0;
 }

@@ -27,7 +27,13 @@ bool CommandBase::checkSupportedParameters() {
 
 std::string CommandBase::getCommandLine() { return commandLine; }
 
-void CommandBase::addCommand(std::string text) { commandLine = std::move(text); }
+void CommandBase::addCommand(std::string text) {
+  // Room for a usual translated line at once, so that appending the options does not move
+  // it from buffer to buffer.
+  constexpr std::size_t kUsualLineSize = 256;
+  commandLine = std::move(text);
+  commandLine.reserve(kUsualLineSize);
+}
 
 void CommandBase::addParameter(std::string text) {
   commandLine += ' ';

@@ -31,8 +31,9 @@ ArgumentCopy::ArgumentCopy(int argc, char** argv) {
   if (argc <= 0 || argv == nullptr) {
     return;
   }
-  // Sized from argc: a launcher may pass any number of arguments.
-  strings_ = static_cast<char**>(allocateOrExit(sizeof(char*) * static_cast<std::size_t>(argc)));
+  strings_ = argc <= kInlineCount ? inlineStrings_
+                                  : static_cast<char**>(allocateOrExit(
+                                        sizeof(char*) * static_cast<std::size_t>(argc)));
   for (int i = 0; i < argc; ++i) {
     strings_[i] = copyOf(argv[i]);
     count_ = i + 1;
@@ -43,7 +44,9 @@ ArgumentCopy::~ArgumentCopy() {
   for (int i = 0; i < count_; ++i) {
     std::free(strings_[i]);
   }
-  std::free(strings_);
+  if (strings_ != inlineStrings_) {
+    std::free(strings_);
+  }
 }
 
 void blankArguments(int argc, char** argv) {

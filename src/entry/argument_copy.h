@@ -19,8 +19,12 @@ class ArgumentCopy {
   char** strings() const { return strings_; }
 
  private:
+  // A launcher's usual vector fits here; a longer one gets a table sized from argc.
+  static constexpr int kInlineCount = 50;
+
   int count_ = 0;
   char** strings_ = nullptr;
+  char* inlineStrings_[kInlineCount];
 };
 
 // Overwrites every byte of argv[1..argc-1] with a blank, keeping each length; argv[0] stays.

@@ -7,10 +7,14 @@
 
 int exec(std::string commandLine) {
   // Fendix is looked for beside the launcher's program file, not beside this library.
-  const std::string fullCommand = GetCurProcessPath() + "./Fendix " + commandLine;
+  constexpr std::string_view kProgram = "./Fendix ";
+  std::string fullCommand = GetCurProcessPath();
+  fullCommand.reserve(fullCommand.size() + kProgram.size() + commandLine.size());
+  fullCommand += kProgram;
+  fullCommand += commandLine;
   tovak::writeLine("The translated command is: ");
   tovak::writeLine(fullCommand);
   const int status = std::system(fullCommand.c_str());
-  tovak::writeLine("The fendx return code is: " + std::to_string(status));
+  tovak::writeLine("The fendx return code is: ", status);
   return status;
 }

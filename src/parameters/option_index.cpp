@@ -1,7 +1,6 @@
 #include "parameters/option_index.h"
 
-#include <bits/hash_bytes.h>
-
+#include <cstring>
 #include <string>
 
 #include "platform/console.h"
@@ -10,8 +9,14 @@ namespace tovak {
 
 namespace {
 
-bool namesAnOption(std::string_view name) {
-  return isSingleDash(name) || (isDoubleDash(name) && name.find('=') == std::string_view::npos);
+// A bijective scramble of 64 bits, so that every input bit reaches the low bits a slot
+// number is taken from.
+std::uint64_t scrambled(std::uint64_t bits) {
+  bits ^= bits >> 33;
+  bits *= 0xff51afd7ed558ccdULL;
+  bits ^= bits >> 33;
+  bits *= 0xc4ceb9fe1a85ec53ULL;
+  return bits ^ (bits >> 33);
 }
 
 }  // namespace
@@ -82,25 +87,66 @@ OptionIndex::OptionIndex(const Parameters& parameters)
 }
 
 OptionIndex::Option OptionIndex::find(std::string_view name) const {
-  if (!namesAnOption(name)) {
+  // Every name a token gives starts with a dash and a long one holds no "=", so only the
+  // empty name of a lone "-" needs turning away here.
+  if (name.empty()) {
     return Option{};
   }
   const std::uint32_t taken = slots_[slotFor(name)];
   return taken != 0 ? Option{true, entries_[taken - 1].value} : Option{};
 }
 
-const std::string_view* OptionIndex::firstUnsupported(const SupportedParameterTable& table) const {
+OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable& table) {
   for (std::size_t i = 0; i < entryCount_; ++i) {
-    if (!isInTable(entries_[i].name, table)) {
-      return &entries_[i].name;
+    entries_[i].listed = false;
+  }
+  TableCheck check;
+  for (const auto& row : table) {
+    Entry* first = entryNamed(row.first);
+    Entry* second = entryNamed(row.second);
+    if (first != nullptr) first->listed = true;
+    if (second != nullptr) second->listed = true;
+    const bool bothValued = first != nullptr && second != nullptr && !first->value.empty() &&
+                            !second->value.empty();
+    if (bothValued && check.conflict == nullptr) {
+      check.conflict = &row;
     }
   }
-  return nullptr;
+  for (std::size_t i = 0; i < entryCount_; ++i) {
+    if (!entries_[i].listed) {
+      check.unsupported = &entries_[i].name;
+      break;
+    }
+  }
+  return check;
 }
 
-// The hash libstdc++ gives std::string, seeded per index.
+// Eight bytes at a time, each block scrambled into the seeded state, the last block read
+// so that it ends with the name: option names are a few bytes long, and a call into a
+// general-purpose hash cost more than the lookup itself.
 std::size_t OptionIndex::hashOf(std::string_view name) const {
-  return std::_Hash_bytes(name.data(), name.size(), seed_);
+  std::uint64_t state = seed_ ^ name.size();
+  const char* bytes = name.data();
+  const std::size_t size = name.size();
+  std::uint64_t block = 0;
+  if (size >= 8) {
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+      std::memcpy(&block, bytes + at, 8);
+      state = scrambled(state ^ block);
+    }
+    std::memcpy(&block, bytes + size - 8, 8);
+  } else if (size >= 4) {
+    std::uint32_t low;
+    std::uint32_t high;
+    std::memcpy(&low, bytes, 4);
+    std::memcpy(&high, bytes + size - 4, 4);
+    block = low | static_cast<std::uint64_t>(high) << 32;
+  } else {
+    for (std::size_t i = 0; i < size; ++i) {
+      block |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
+    }
+  }
+  return scrambled(state ^ block);
 }
 
 std::size_t OptionIndex::slotFor(std::string_view name) const {
@@ -111,17 +157,22 @@ std::size_t OptionIndex::slotFor(std::string_view name) const {
   return slot;
 }
 
+OptionIndex::Entry* OptionIndex::entryNamed(std::string_view name) {
+  const std::uint32_t taken = slots_[slotFor(name)];
+  return taken != 0 ? &entries_[taken - 1] : nullptr;
+}
+
 OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
   const std::size_t slot = slotFor(name);
   if (slots_[slot] == 0) {
-    entries_[entryCount_++] = Entry{name, std::string_view(), false};
+    entries_[entryCount_++] = Entry{name, std::string_view(), false, false};
     slots_[slot] = static_cast<std::uint32_t>(entryCount_);
   }
   return entries_[slots_[slot] - 1];
 }
 
 bool checkQueryNames(std::string_view parameter1, std::string_view parameter2,
-                     std::string_view noDashMessage) {
+                     const char* noDashMessage) {
   if (parameter1.empty()) {
     writeLine(" The parameter1 should not be empty!");
     return false;
@@ -160,18 +211,18 @@ std::string_view valueInEitherForm(const OptionIndex::Option& option1,
   return option1.value.empty() ? option2.value : option1.value;
 }
 
-bool checkSupported(const OptionIndex& index, const SupportedParameterTable& table) {
-  if (const std::string_view* name = index.firstUnsupported(table)) {
+bool checkSupported(OptionIndex& index, const SupportedParameterTable& table) {
+  const OptionIndex::TableCheck check = index.checkAgainst(table);
+  if (check.unsupported != nullptr) {
     writeText("The parameter: ");
-    writeText(*name);
+    writeText(*check.unsupported);
     writeText(" is not supported!");
     return false;
   }
-  for (const auto& row : table) {
-    if (!index.valueOf(row.first).empty() && !index.valueOf(row.second).empty()) {
-      writeLine("Can not set \"" + row.first + "\" and \"" + row.second + "\" at the same time.");
-      return false;
-    }
+  if (check.conflict != nullptr) {
+    writeLine("Can not set \"" + check.conflict->first + "\" and \"" + check.conflict->second +
+              "\" at the same time.");
+    return false;
   }
   return true;
 }

@@ -47,15 +47,22 @@ class OptionIndex {
   Option find(std::string_view name) const;
   bool isSet(std::string_view name) const { return find(name).set; }
   std::string_view valueOf(std::string_view name) const { return find(name).value; }
-  // The first option name, in the order of the tokens, that the table has not in either
-  // column, or nullptr when it has them all. A lone "-" stands for the empty name here.
-  const std::string_view* firstUnsupported(const SupportedParameterTable& table) const;
+  // How the line stands against a table, from two lookups per row: the first option name,
+  // in the order of the tokens, that the table has in neither column (a lone "-" stands for
+  // the empty name here), and the first row whose two forms both carry a value; nullptr for
+  // none.
+  struct TableCheck {
+    const std::string_view* unsupported = nullptr;
+    const SupportedParameterTable::value_type* conflict = nullptr;
+  };
+  TableCheck checkAgainst(const SupportedParameterTable& table);
 
  private:
   struct Entry {
     std::string_view name;
     std::string_view value;
     bool valued;
+    bool listed;  // in the table of the last check
   };
   // A typical line's slots fit here and need no allocation.
   static constexpr std::size_t kInlineSlots = 64;
@@ -64,6 +71,8 @@ class OptionIndex {
   // The slot that holds the name, or the empty one where it would go.
   std::size_t slotFor(std::string_view name) const;
   Entry& findOrAdd(std::string_view name);
+  // The entry of a token's option name, compared byte for byte; nullptr when none.
+  Entry* entryNamed(std::string_view name);
 
   Entry* entries_;  // one per name, in the order the names first appear
   std::size_t entryCount_ = 0;
@@ -80,10 +89,10 @@ class OptionIndex {
 // empty or dashed. Anything else is reported, with the query's own wording for a dashless
 // parameter1, and gives false.
 bool checkQueryNames(std::string_view parameter1, std::string_view parameter2,
-                     std::string_view noDashMessage);
+                     const char* noDashMessage);
 // The wordings for a dashless parameter1: isSetParameter's, and getParameterValue's.
-inline constexpr std::string_view kSetQueryDashless = " The parameter should start with dash!";
-inline constexpr std::string_view kValueQueryDashless = " The parameter1 should start with dash!";
+inline constexpr const char* kSetQueryDashless = " The parameter should start with dash!";
+inline constexpr const char* kValueQueryDashless = " The parameter1 should start with dash!";
 
 // Whether the option is given in either form.
 bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
@@ -100,7 +109,7 @@ std::string_view valueInEitherForm(const OptionIndex::Option& option1,
 // Every option token is in the table and no row carries values in both forms; otherwise
 // says which and gives false. The unsupported name is printed without a line end and left
 // unflushed, as scripts have always seen it.
-bool checkSupported(const OptionIndex& index, const SupportedParameterTable& table);
+bool checkSupported(OptionIndex& index, const SupportedParameterTable& table);
 
 }  // namespace tovak
 

@@ -13,9 +13,9 @@ using tovak::isDoubleDash;
 using tovak::isSingleDash;
 using tovak::startsWithDash;
 
-constexpr std::string_view kNotValid = "The command parameters are not vaild!";
+constexpr const char* kNotValid = "The command parameters are not vaild!";
 
-bool reject(std::string_view reason) {
+bool reject(const char* reason) {
   tovak::writeLine(kNotValid);
   tovak::writeLine(reason);
   return false;
@@ -98,5 +98,6 @@ bool Parameters::ifParameterInVectorpair(std::string name, SupportedParameterTab
 }
 
 bool Parameters::checkSupportedParameters(SupportedParameterTable& table) {
-  return tovak::checkSupported(tovak::OptionIndex(*this), table);
+  tovak::OptionIndex index(*this);
+  return tovak::checkSupported(index, table);
 }

@@ -7,14 +7,23 @@
 #define TOVAK_PLATFORM_CONSOLE_H
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace tovak {
 
 // One call per message, so that an unbuffered standard output gets each line whole. The
-// texts come from C strings and literals, so they hold no NUL byte for "%.*s" to stop at.
-inline void writeLine(std::string_view text) {
-  std::printf("%.*s\n", static_cast<int>(text.size()), text.data());
+// texts come from C strings and literals, so they hold no NUL byte for puts() to stop at.
+inline void writeLine(const char* text) {
+  std::puts(text);
+  std::fflush(stdout);
+}
+
+inline void writeLine(const std::string& text) { writeLine(text.c_str()); }
+
+// "<text><number>" and a line end, in one call.
+inline void writeLine(const char* text, int number) {
+  std::printf("%s%d\n", text, number);
   std::fflush(stdout);
 }
 
