@@ -35,18 +35,18 @@ void AcquireCommand::addSupportedParameters() {
 bool AcquireCommand::translateParameters() {
   const tovak::OptionIndex index(*parameters);
   addCommand("update acquire");
-  if (!tovak::translateValued(*this, index, "-l", "--local", "--dir")) {
+  if (!tovak::translateValued(commandLine, index, "-l", "--local", "--dir")) {
     return false;
   }
   // An explicit ID list overrides the machine filter and the request for the latest updates.
   const bool byId = tovak::isSetInEitherForm(index, "-i", "--id");
   if (byId) {
-    addParameter("--scope", "individual");
-  } else if (!tovak::translateValued(*this, index, "-m", "--machine-type", "--mt") ||
-             !tovak::translateValued(*this, index, "-o", "--os", "--ostype")) {
+    tovak::appendOption(commandLine, "--scope", "individual");
+  } else if (!tovak::translateValued(commandLine, index, "-m", "--machine-type", "--mt") ||
+             !tovak::translateValued(commandLine, index, "-o", "--os", "--ostype")) {
     return false;
   }
-  if (!tovak::translateFlag(*this, index, "--meta-only", "", "--metaonly")) {
+  if (!tovak::translateFlag(commandLine, index, "--meta-only", "", "--metaonly")) {
     return false;
   }
   if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
@@ -55,13 +55,13 @@ bool AcquireCommand::translateParameters() {
       return false;
     }
     if (!tovak::isSetInEitherForm(index, "-i", "--id")) {
-      addParameter("--scope", "latest");
+      tovak::appendOption(commandLine, "--scope", "latest");
     }
   }
-  if (!tovak::translateValued(*this, index, "-i", "--id", "--includeid") ||
-      !tovak::translateFlag(*this, index, "-r", "--report", "--report") ||
-      !tovak::translateFlag(*this, index, "--xml", "", "--xml") ||
-      !tovak::translateFlag(*this, index, "--ignore-req", "", "--noreq")) {
+  if (!tovak::translateValued(commandLine, index, "-i", "--id", "--includeid") ||
+      !tovak::translateFlag(commandLine, index, "-r", "--report", "--report") ||
+      !tovak::translateFlag(commandLine, index, "--xml", "", "--xml") ||
+      !tovak::translateFlag(commandLine, index, "--ignore-req", "", "--noreq")) {
     return false;
   }
   if (!index.isSet("--proxy-address")) {
@@ -72,6 +72,6 @@ bool AcquireCommand::translateParameters() {
   const std::string port(index.valueOf("--proxy-port"));
   const std::string user(index.valueOf("--proxy-user"));
   const std::string password(index.valueOf("--proxy-password"));
-  addParameter("--proxy", tovak::credentialValue(user, password, address) + ":" + port);
+  tovak::appendOption(commandLine, "--proxy", tovak::credentialValue(user, password, address) + ":" + port);
   return true;
 }

@@ -17,7 +17,7 @@ bool CommandBase::run() {
   if (!checkSupportedParameters() || !checkConflictParameters() || !translateParameters()) {
     return false;
   }
-  addParameter("--output", "/var/log/Zantor_Support/");
+  tovak::appendOption(commandLine, "--output", "/var/log/Zantor_Support/");
   return true;
 }
 
@@ -35,20 +35,10 @@ void CommandBase::addCommand(std::string text) {
   commandLine.reserve(kUsualLineSize);
 }
 
-void CommandBase::addParameter(std::string text) {
-  commandLine += ' ';
-  commandLine += text;
-}
+void CommandBase::addParameter(std::string text) { tovak::appendWord(commandLine, text); }
 
 void CommandBase::addParameter(std::string name, std::string value) {
-  // Only the blank decides: the shell gets the value as one word, nothing else is escaped.
-  const bool quoted = value.find(' ') != std::string::npos;
-  commandLine += ' ';
-  commandLine += name;
-  commandLine += ' ';
-  if (quoted) commandLine += '"';
-  commandLine += value;
-  if (quoted) commandLine += '"';
+  tovak::appendOption(commandLine, name, value);
 }
 
 // A caller's names are checked as isSetParameter checks them, and a bad one leaves the
@@ -58,7 +48,7 @@ bool CommandBase::translateNoValueParameter(std::string parameter1, std::string 
   if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return true;
   }
-  return tovak::translateFlag(*this, tovak::OptionIndex(*parameters), parameter1, parameter2,
+  return tovak::translateFlag(commandLine, tovak::OptionIndex(*parameters), parameter1, parameter2,
                               targetOption);
 }
 
@@ -67,6 +57,6 @@ bool CommandBase::translateHasValueParameter(std::string parameter1, std::string
   if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return true;
   }
-  return tovak::translateValued(*this, tovak::OptionIndex(*parameters), parameter1, parameter2,
+  return tovak::translateValued(commandLine, tovak::OptionIndex(*parameters), parameter1, parameter2,
                                 targetOption);
 }

@@ -6,6 +6,20 @@
 #include "commands/option_text.h"
 #include "platform/console.h"
 
+namespace {
+
+// The text after key in value, up to the next blank or comma; "" when key is absent.
+std::string_view matchValueIn(std::string_view value, std::string_view key) {
+  const std::size_t found = value.find(key);
+  if (found == std::string_view::npos) {
+    return std::string_view();
+  }
+  const std::size_t start = found + key.size();
+  return value.substr(start, value.find_first_of(" ,", start) - start);
+}
+
+}  // namespace
+
 CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string commandName)
     : CommandBase(parameters), commandName(std::move(commandName)) {}
 
@@ -45,11 +59,11 @@ bool CompareUpdateCommand::translateParameters() {
   const tovak::OptionIndex index(*parameters);
   addCommand(commandName == "compare" ? "update compare" : "update flash");
   // "--type fw" appended as one text reads exactly like the name-value pair.
-  if (!tovak::translateFlag(*this, index, "-F", "--firmware", "--type fw") ||
-      !tovak::translateFlag(*this, index, "-D", "--drivers", "--type dd") ||
-      !tovak::translateValued(*this, index, "-f", "--force", "--forceid") ||
-      !tovak::translateValued(*this, index, "-o", "--linuxoverride", "--forceid") ||
-      !tovak::translateValued(*this, index, "-l", "--local", "--dir")) {
+  if (!tovak::translateFlag(commandLine, index, "-F", "--firmware", "--type fw") ||
+      !tovak::translateFlag(commandLine, index, "-D", "--drivers", "--type dd") ||
+      !tovak::translateValued(commandLine, index, "-f", "--force", "--forceid") ||
+      !tovak::translateValued(commandLine, index, "-o", "--linuxoverride", "--forceid") ||
+      !tovak::translateValued(commandLine, index, "-l", "--local", "--dir")) {
     return false;
   }
   if (tovak::isSetInEitherForm(index, "-s", "--select")) {
@@ -60,9 +74,9 @@ bool CompareUpdateCommand::translateParameters() {
                           tovak::valueInEitherForm(index, "-e", "--exclude") == "all";
   if (excludeAll) {
     // Excluding everything leaves only the individually chosen updates; "latest" is moot.
-    addParameter("--scope", "individual");
+    tovak::appendOption(commandLine, "--scope", "individual");
   } else {
-    if (!tovak::translateValued(*this, index, "-e", "--exclude", "--excludeid ")) {
+    if (!tovak::translateValued(commandLine, index, "-e", "--exclude", "--excludeid ")) {
       return false;
     }
     if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
@@ -72,42 +86,32 @@ bool CompareUpdateCommand::translateParameters() {
         tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
         return false;
       }
-      addParameter("--scope", "latest");
+      tovak::appendOption(commandLine, "--scope", "latest");
     }
   }
-  if (!tovak::translateValued(*this, index, "-i", "--include", "--includeid ") ||
-      !tovak::translateFlag(*this, index, "--noinventory", "", "--noscan ") ||
-      !tovak::translateValued(*this, index, "--vmware-esxi", "", "--esxi") ||
-      !tovak::translateValued(*this, index, "-m", "--machine-type", "--mt") ||
-      !tovak::translateFlag(*this, index, "--xml", "", "--xml")) {
+  if (!tovak::translateValued(commandLine, index, "-i", "--include", "--includeid ") ||
+      !tovak::translateFlag(commandLine, index, "--noinventory", "", "--noscan ") ||
+      !tovak::translateValued(commandLine, index, "--vmware-esxi", "", "--esxi") ||
+      !tovak::translateValued(commandLine, index, "-m", "--machine-type", "--mt") ||
+      !tovak::translateFlag(commandLine, index, "--xml", "", "--xml")) {
     return false;
   }
-  const std::string host(index.valueOf("--host"));
-  const std::string updateArgs(index.valueOf("--update-args"));
-  std::string user;
-  std::string password;
-  if (!updateArgs.empty()) {
-    user = getMatchValueFromString(updateArgs, "--user=");
-    password = getMatchValueFromString(updateArgs, "--password=");
-  }
+  const std::string_view host = index.valueOf("--host");
+  const std::string_view updateArgs = index.valueOf("--update-args");
+  const std::string_view user = matchValueIn(updateArgs, "--user=");
+  const std::string_view password = matchValueIn(updateArgs, "--password=");
   // A user without a password (or the reverse) cannot log in; the host alone is used.
-  const bool withCredentials = !host.empty() && !user.empty() && !password.empty();
-  const std::string target = withCredentials ? tovak::credentialValue(user, password, host) : host;
-  if (!target.empty()) {
-    addParameter("--vek", target);
+  if (!host.empty() && !user.empty() && !password.empty()) {
+    tovak::appendOption(commandLine, "--vek", tovak::credentialValue(user, password, host));
+  } else if (!host.empty()) {
+    tovak::appendOption(commandLine, "--vek", host);
   }
-  if (updateArgs.find("--backup") != std::string::npos) {
-    addParameter("--backup");
+  if (updateArgs.find("--backup") != std::string_view::npos) {
+    tovak::appendWord(commandLine, "--backup");
   }
   return true;
 }
 
 std::string CompareUpdateCommand::getMatchValueFromString(std::string value, std::string key) {
-  const std::size_t found = value.find(key);
-  if (found == std::string::npos) {
-    return std::string();
-  }
-  // Items are separated by blanks or commas: the match ends at the first of either.
-  const std::size_t start = found + key.size();
-  return value.substr(start, value.find_first_of(" ,", start) - start);
+  return std::string(matchValueIn(value, key));
 }

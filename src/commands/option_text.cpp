@@ -32,9 +32,12 @@ std::string emptyValueMessage(const std::string& parameter1, const std::string& 
   return "The parameter value of " + bothNames(parameter1, parameter2) + " can not be empty. ";
 }
 
-std::string credentialValue(const std::string& user, const std::string& password,
-                            const std::string& address) {
-  return user + ":" + password + "@" + address;
+std::string credentialValue(std::string_view user, std::string_view password,
+                            std::string_view address) {
+  std::string value;
+  value.reserve(user.size() + password.size() + address.size() + 2);
+  value.append(user).append(1, ':').append(password).append(1, '@').append(address);
+  return value;
 }
 
 bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view address,
@@ -48,7 +51,22 @@ bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view
   return true;
 }
 
-bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+void appendWord(std::string& line, std::string_view text) {
+  line += ' ';
+  line += text;
+}
+
+void appendOption(std::string& line, std::string_view name, std::string_view value) {
+  // Only the blank decides: the shell gets the value as one word, nothing else is escaped.
+  const bool quoted = value.find(' ') != std::string_view::npos;
+  appendWord(line, name);
+  line += ' ';
+  if (quoted) line += '"';
+  line += value;
+  if (quoted) line += '"';
+}
+
+bool translateFlag(std::string& line, const OptionIndex& index, std::string_view parameter1,
                    std::string_view parameter2, std::string_view targetOption) {
   const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
   if (!option1.set && !option2.set) {
@@ -58,11 +76,11 @@ bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_v
     writeLine(carryValueMessage(std::string(parameter1), std::string(parameter2)));
     return false;
   }
-  command.addParameter(std::string(targetOption));
+  appendWord(line, targetOption);
   return true;
 }
 
-bool translateValued(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+bool translateValued(std::string& line, const OptionIndex& index, std::string_view parameter1,
                      std::string_view parameter2, std::string_view targetOption) {
   const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
   if (!option1.set && !option2.set) {
@@ -73,7 +91,7 @@ bool translateValued(CommandBase& command, const OptionIndex& index, std::string
     writeLine(emptyValueMessage(std::string(parameter1), std::string(parameter2)));
     return false;
   }
-  command.addParameter(std::string(targetOption), std::string(value));
+  appendOption(line, targetOption, value);
   return true;
 }
 

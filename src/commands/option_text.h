@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "parameters/option_index.h"
-#include "tovak/command_base.h"
 #include "tovak/parameters.h"
 
 namespace tovak {
@@ -30,20 +29,27 @@ std::string carryValueMessage(const std::string& parameter1, const std::string& 
 std::string emptyValueMessage(const std::string& parameter1, const std::string& parameter2);
 
 // user ":" password "@" address, joined without blanks.
-std::string credentialValue(const std::string& user, const std::string& password,
-                            const std::string& address);
+std::string credentialValue(std::string_view user, std::string_view password,
+                            std::string_view address);
 
 // For a line without the address option: credentials alone mean nothing and are refused
 // with "The parameter: <address> need specify. "; true when none of them is given.
 bool checkNoCredentialsWithoutAddress(const OptionIndex& index, std::string_view address,
                                       std::initializer_list<std::string_view> credentials);
 
+// Appends " text" to a translated line.
+void appendWord(std::string& line, std::string_view text);
+
+// Appends " name value" to a translated line, the value in double quotes when it holds a
+// blank; nothing else is escaped.
+void appendOption(std::string& line, std::string_view name, std::string_view value);
+
 // A legacy flag: appends targetOption when it is given without a value; refuses a value.
-bool translateFlag(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+bool translateFlag(std::string& line, const OptionIndex& index, std::string_view parameter1,
                    std::string_view parameter2, std::string_view targetOption);
 
 // A legacy option with a value: appends targetOption and the value; refuses an empty value.
-bool translateValued(CommandBase& command, const OptionIndex& index, std::string_view parameter1,
+bool translateValued(std::string& line, const OptionIndex& index, std::string_view parameter1,
                      std::string_view parameter2, std::string_view targetOption);
 
 }  // namespace tovak

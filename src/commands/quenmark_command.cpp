@@ -34,6 +34,6 @@ bool QuenmarkCommand::translateParameters() {
   const std::string address(index.valueOf("--vq-address"));
   const std::string user(index.valueOf("--vq-user"));
   const std::string password(index.valueOf("--vq-password"));
-  addParameter("--zul", tovak::credentialValue(user, password, address));
+  tovak::appendOption(commandLine, "--zul", tovak::credentialValue(user, password, address));
   return true;
 }

@@ -1,5 +1,6 @@
 #include "parameters/option_index.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -17,6 +18,36 @@ std::uint64_t scrambled(std::uint64_t bits) {
   bits ^= bits >> 33;
   bits *= 0xc4ceb9fe1a85ec53ULL;
   return bits ^ (bits >> 33);
+}
+
+// Eight bytes at a time, each block scrambled into the seeded state, the last block read
+// so that it ends with the name: option names are a few bytes long, and a call into a
+// general-purpose hash cost more than the lookup itself.
+std::uint64_t hashOf(std::string_view name, std::uint64_t seed) {
+  const char* bytes = name.data();
+  const std::size_t size = name.size();
+  std::uint64_t state = seed ^ size;
+  std::uint64_t block = 0;
+  if (size >= 8) {
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+      std::memcpy(&block, bytes + at, 8);
+      state = scrambled(state ^ block);
+    }
+    std::memcpy(&block, bytes + size - 8, 8);
+  } else if (size >= 4) {
+    std::uint32_t low;
+    std::uint32_t high;
+    std::memcpy(&low, bytes, 4);
+    std::memcpy(&high, bytes + size - 4, 4);
+    block = low | static_cast<std::uint64_t>(high) << 32;
+  } else if (size > 0) {
+    // With the size in the state, the first, middle and last bytes tell every short name.
+    const auto byteAt = [bytes](std::size_t at) {
+      return static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[at]));
+    };
+    block = byteAt(0) | byteAt(size / 2) << 8 | byteAt(size - 1) << 16;
+  }
+  return scrambled(state ^ block);
 }
 
 }  // namespace
@@ -65,6 +96,8 @@ OptionIndex::OptionIndex(const Parameters& parameters)
     heapSlots_ = std::make_unique<std::uint32_t[]>(slotCount);
     entries_ = heapEntries_.get();
     slots_ = heapSlots_.get();
+  } else {
+    std::fill_n(inlineSlots_, slotCount, 0);  // only the slots this line uses
   }
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view token = tokens[i];
@@ -121,36 +154,8 @@ OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable&
   return check;
 }
 
-// Eight bytes at a time, each block scrambled into the seeded state, the last block read
-// so that it ends with the name: option names are a few bytes long, and a call into a
-// general-purpose hash cost more than the lookup itself.
-std::size_t OptionIndex::hashOf(std::string_view name) const {
-  std::uint64_t state = seed_ ^ name.size();
-  const char* bytes = name.data();
-  const std::size_t size = name.size();
-  std::uint64_t block = 0;
-  if (size >= 8) {
-    for (std::size_t at = 0; at + 8 < size; at += 8) {
-      std::memcpy(&block, bytes + at, 8);
-      state = scrambled(state ^ block);
-    }
-    std::memcpy(&block, bytes + size - 8, 8);
-  } else if (size >= 4) {
-    std::uint32_t low;
-    std::uint32_t high;
-    std::memcpy(&low, bytes, 4);
-    std::memcpy(&high, bytes + size - 4, 4);
-    block = low | static_cast<std::uint64_t>(high) << 32;
-  } else {
-    for (std::size_t i = 0; i < size; ++i) {
-      block |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
-    }
-  }
-  return scrambled(state ^ block);
-}
-
 std::size_t OptionIndex::slotFor(std::string_view name) const {
-  std::size_t slot = hashOf(name) & slotMask_;
+  std::size_t slot = hashOf(name, seed_) & slotMask_;
   while (slots_[slot] != 0 && entries_[slots_[slot] - 1].name != name) {
     slot = (slot + 1) & slotMask_;
   }

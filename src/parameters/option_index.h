@@ -67,7 +67,6 @@ class OptionIndex {
   // A typical line's slots fit here and need no allocation.
   static constexpr std::size_t kInlineSlots = 64;
 
-  std::size_t hashOf(std::string_view name) const;
   // The slot that holds the name, or the empty one where it would go.
   std::size_t slotFor(std::string_view name) const;
   Entry& findOrAdd(std::string_view name);
@@ -80,7 +79,7 @@ class OptionIndex {
   std::size_t slotMask_;
   std::size_t seed_;  // differs from run to run, so that no line can be made to collide
   Entry inlineEntries_[kInlineSlots];  // never more names than slots
-  std::uint32_t inlineSlots_[kInlineSlots] = {};
+  std::uint32_t inlineSlots_[kInlineSlots];
   std::unique_ptr<Entry[]> heapEntries_;
   std::unique_ptr<std::uint32_t[]> heapSlots_;
 };

@@ -4,9 +4,9 @@
 #include <limits.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -16,9 +16,9 @@ constexpr std::size_t kPathBufferSize = 4096;
 constexpr const char* kNowhere = "/dev/null/";
 
 // "/opt/t/launcher" gives "/opt/t/"; a text without "/" stays whole.
-std::string directoryOf(const std::string& path) {
+std::string directoryOf(std::string_view path) {
   const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? path : path.substr(0, slash + 1);
+  return std::string(slash == std::string_view::npos ? path : path.substr(0, slash + 1));
 }
 
 // "/proc/<pid>/exe", written by hand: formatting it with snprintf cost more than the rest
@@ -58,7 +58,7 @@ std::string GetCurProcessPathLin() {
   if (length <= 0 || static_cast<std::size_t>(length) >= sizeof target) {
     return kNowhere;
   }
-  return directoryOf(std::string(target, static_cast<std::size_t>(length)));
+  return directoryOf(std::string_view(target, static_cast<std::size_t>(length)));
 }
 
 std::string GetModulePathLin(void* address) {
