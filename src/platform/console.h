@@ -6,7 +6,9 @@
 #ifndef TOVAK_PLATFORM_CONSOLE_H
 #define TOVAK_PLATFORM_CONSOLE_H
 
+#include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -21,10 +23,13 @@ inline void writeLine(const char* text) {
 
 inline void writeLine(const std::string& text) { writeLine(text.c_str()); }
 
-// "<text><number>" and a line end, in one call.
-inline void writeLine(const char* text, int number) {
-  std::printf("%s%d\n", text, number);
-  std::fflush(stdout);
+// "<text><number>" and a line end, in one call, for a literal text.
+template <std::size_t N>
+inline void writeLine(const char (&text)[N], int number) {
+  char line[N + 11];  // the text, up to eleven characters of an int, the NUL
+  std::memcpy(line, text, N - 1);
+  *std::to_chars(line + N - 1, line + sizeof line - 1, number).ptr = '\0';
+  writeLine(line);
 }
 
 // No line end and no flush: the text waits in the buffer.
