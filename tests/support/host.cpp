@@ -127,6 +127,8 @@ void checkInterface(char** statuses) {
   const bool empty = command.translateHasValueParameter("--x", "-s", "v");
   const bool dashless = command.translateHasValueParameter("-s", "s", "v");
   const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
+  command.addParameter("word");
+  command.addParameter("--pair", "a b");
   std::printf("translated %d%d%d%d:%s\n", flag, empty, dashless, dashless2,
               command.getCommandLine().c_str());
   std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
