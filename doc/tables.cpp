@@ -46,6 +46,11 @@ SupportedParameterTable optionRowsOf(const tovak::CommandWord& word) {
   return TableReader::rowsOf(*word.create(&parameters));
 }
 
+bool fail(const std::string& why) {
+  std::cerr << "tovak_tables: " << why << '\n';
+  return false;
+}
+
 const tovak::CommandWord* findWord(const std::string& name) {
   for (const tovak::CommandWord& word : tovak::kCommandWords) {
     if (word.name == name) return &word;
@@ -65,7 +70,7 @@ std::string manEscaped(const std::string& text) {
 
 // "-l dir" or "--local=dir", the name in bold and the value in italics.
 std::string manTag(const std::string& name, const std::string& value) {
-  const bool isLong = name.rfind("--", 0) == 0;
+  const bool isLong = name[1] == '-';
   return "\\fB" + manEscaped(name) + "\\fR" +
          (value.empty() ? "" : (isLong ? "=" : " ") + ("\\fI" + value + "\\fR"));
 }
@@ -82,9 +87,10 @@ class Filler {
   // Collects the @form lines first: an entry may come before its texts.
   bool readForms(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
-      if (line.rfind("@form ", 0) != 0) continue;
-      std::istringstream fields(line.substr(6));
-      std::string words, option, text;
+      std::istringstream fields(line);
+      std::string keyword, words, option, text;
+      fields >> keyword;
+      if (keyword != "@form") continue;
       fields >> words >> option >> std::ws;
       std::getline(fields, text);
       const std::size_t equals = option.find('=');
@@ -99,8 +105,11 @@ class Filler {
   }
 
   bool fill(const std::string& line, std::string& out) {
-    if (line.rfind("@form ", 0) == 0) return true;
-    if (line.rfind("@options ", 0) == 0) return addEntries(line.substr(9), out);
+    std::istringstream fields(line);
+    std::string keyword, name;
+    fields >> keyword >> name;
+    if (keyword == "@form") return true;
+    if (keyword == "@options") return addEntries(name, out);
     if (line == "@option_cases@") {
       addCaseArms(out);
       return true;
@@ -141,8 +150,8 @@ class Filler {
       for (const auto& [first, second] : optionRowsOf(word)) {
         names += ' ' + first + (second.empty() ? "" : ' ' + second);
       }
-      out += "    " + std::string(word.name) + '|' + std::string(word.abbreviation) + ") echo" +
-             names + " ;;\n";
+      out += std::string(word.name) + '|' + std::string(word.abbreviation) + ") echo" + names +
+             " ;;" + '\n';
     }
   }
 
@@ -155,11 +164,6 @@ class Filler {
       text += std::string(word.name) + open + std::string(word.abbreviation) + close;
     }
     return text;
-  }
-
-  static bool fail(const std::string& why) {
-    std::cerr << "tovak_tables: " << why << '\n';
-    return false;
   }
 
   // (command word, option) to (value name, text).
@@ -179,11 +183,12 @@ int main(int argc, char** argv) {
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   Filler filler;
   std::string out;
-  if (!in.eof() || !filler.readForms(lines)) return 1;
-  for (const std::string& line : lines) {
-    if (!filler.fill(line, out)) return 1;
+  bool done = (in.eof() || fail(std::string("cannot read ") + argv[1])) && filler.readForms(lines);
+  for (auto line = lines.begin(); done && line != lines.end(); ++line) {
+    done = filler.fill(*line, out);
   }
-  if (!filler.allFormsUsed()) return 1;
-  std::ofstream(argv[2], std::ios::binary) << out;
-  return 0;
+  done = done && filler.allFormsUsed() &&
+         (std::ofstream(argv[2], std::ios::binary) << out ||
+          fail(std::string("cannot write ") + argv[2]));
+  return done ? 0 : 1;
 }

@@ -22,22 +22,28 @@ def expect(label, actual, wanted):
 QK_FORMS = "@form quenmark -s S\n@form quenmark --vq-address=a A\n@form quenmark --vq-user=u U\n@form quenmark --vq-password=p P\n"
 QK_ENTRIES = (".TP\n\\fB\\-s\\fR, \\fB\\-\\-scan\\fR\nS\n.TP\n\\fB\\-\\-vq\\-address\\fR=\\fIa\\fR\nA\n"
               ".TP\n\\fB\\-\\-vq\\-user\\fR=\\fIu\\fR\nU\n.TP\n\\fB\\-\\-vq\\-password\\fR=\\fIp\\fR\nP\n")
-for label, template, wanted in (
-    ("words, list and entries", "@COMMAND_WORDS@;@COMMAND_LIST@\n@options quenmark\n" + QK_FORMS,
+# Label, template (None: no such file), output file, and the exit code with what is written
+# (or, failing, said on standard error).
+for label, template, output, wanted in (
+    ("words, list and entries", "@COMMAND_WORDS@;@COMMAND_LIST@\n@options quenmark\n" + QK_FORMS, "out",
      (0, "compare co update up acquire ac quenmark qk;compare (co), update (up), acquire (ac), quenmark (qk)\n" + QK_ENTRIES)),
-    ("an entry without text", "@options quenmark\n" + QK_FORMS.replace("-s S", "-S S"),
+    ("an entry without text", "@options quenmark\n" + QK_FORMS.replace("-s S", "-S S"), "out",
      (1, "tovak_tables: no text for -s in quenmark\n")),
-    ("a text without an entry", "@options quenmark\n@form quenmark --x X\n" + QK_FORMS,
+    ("a text without an entry", "@options quenmark\n@form quenmark --x X\n" + QK_FORMS, "out",
      (1, "tovak_tables: no option --x in quenmark\n")),
-    ("an unknown word in a text", "@form quenmark,scan -s S\n", (1, "tovak_tables: no command word scan\n")),
-    ("an unknown word in an entry", "@options scan\n", (1, "tovak_tables: no command word scan\n")),
+    ("an unknown word in a text", "@form quenmark,scan -s S\n", "out", (1, "tovak_tables: no command word scan\n")),
+    ("an unknown word in an entry", "@options scan\n", "out", (1, "tovak_tables: no command word scan\n")),
+    ("no template", None, "out", (1, "tovak_tables: cannot read {work}/in\n")),
+    ("no place for the output", "", "no/out", (1, "tovak_tables: cannot write {work}/no/out\n")),
+    ("no arguments", None, None, (2, "usage: tovak_tables TEMPLATE OUTPUT\n")),
 ):
     with tempfile.TemporaryDirectory() as work:
-        with open(f"{work}/in", "w") as template_file:
-            template_file.write(template)
-        done = subprocess.run([TABLES, f"{work}/in", f"{work}/out"], capture_output=True, text=True)
+        if template is not None:
+            with open(f"{work}/in", "w") as template_file:
+                template_file.write(template)
+        done = subprocess.run([TABLES, *([f"{work}/in", f"{work}/{output}"] if output else [])], capture_output=True, text=True)
         written = open(f"{work}/out").read() if os.path.exists(f"{work}/out") else ""
-        expect(label, (done.returncode, written or done.stderr), wanted)
+        expect(label, (done.returncode, written or done.stderr), (wanted[0], wanted[1].format(work=work)))
 expect("a short name with a value", "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
 
 # Words typed so far, the last one being completed, and the words offered.
