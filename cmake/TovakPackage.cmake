@@ -53,6 +53,10 @@ endif()
 add_custom_target(tovak_changelogs ALL DEPENDS ${tovak_changelogs})
 install(FILES "${PROJECT_BINARY_DIR}/copyright" ${tovak_changelogs} DESTINATION "${TOVAK_DOC_DIR}")
 
+# A parent project packages itself as it likes.
+if(NOT PROJECT_IS_TOP_LEVEL)
+  return()
+endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME "${TOVAK_PACKAGE_NAME}")
 set(CPACK_PACKAGE_VENDOR "The libtovak developers")

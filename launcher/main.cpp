@@ -55,7 +55,9 @@ const char* ownAnswer(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   if (const char* answer = ownAnswer(argc, argv)) {
-    return std::fputs(answer, stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+    // A write that failed, such as on a full disk, shows at the flush.
+    std::fputs(answer, stdout);
+    return std::fflush(stdout) == 0 ? 0 : 1;
   }
   const std::optional<std::string> directory = launcher::ownDirectory();
   if (!directory) {
