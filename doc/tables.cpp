@@ -171,21 +171,23 @@ class Filler {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
+  const std::vector<std::string> paths(argv + 1, argv + argc);
+  if (paths.size() != 2) {
     std::cerr << "usage: tovak_tables TEMPLATE OUTPUT\n";
     return 2;
   }
-  std::ifstream in(argv[1]);
+  const std::string& templatePath = paths.front();
+  const std::string& outputPath = paths.back();
+  std::ifstream in(templatePath);
   std::vector<std::string> lines;
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   Filler filler;
   std::string out;
-  bool done = (in.eof() || fail(std::string("cannot read ") + argv[1])) && filler.readForms(lines);
+  bool done = (in.eof() || fail("cannot read " + templatePath)) && filler.readForms(lines);
   for (auto line = lines.begin(); done && line != lines.end(); ++line) {
     done = filler.fill(*line, out);
   }
   done = done && filler.allFormsUsed() &&
-         (std::ofstream(argv[2], std::ios::binary) << out ||
-          fail(std::string("cannot write ") + argv[2]));
+         (std::ofstream(outputPath, std::ios::binary) << out || fail("cannot write " + outputPath));
   return done ? 0 : 1;
 }
