@@ -2,13 +2,22 @@
 # Installs the build into a temporary prefix and uses it the way an adopter would: the
 # example through find_package, a one-file program through pkg-config, and the installed
 # launcher with a stand-in Fendix copied beside it for the occasion.
+#
+# usage: install_check.sh [BUILD [PREFIX]]
+# With PREFIX, the build was configured for that prefix (its directories may be absolute)
+# and is installed where it was configured to go.
 set -euo pipefail
 build=${1:-build}
-prefix=$(mktemp -d)
 work=$(mktemp -d)
-trap 'rm -rf "$prefix" "$work"' EXIT
-
-cmake --install "$build" --prefix "$prefix" >/dev/null
+if [ $# -ge 2 ]; then
+  prefix=$2
+  trap 'rm -rf "$work"' EXIT
+  cmake --install "$build" >/dev/null
+else
+  prefix=$(mktemp -d)
+  trap 'rm -rf "$prefix" "$work"' EXIT
+  cmake --install "$build" --prefix "$prefix" >/dev/null
+fi
 echo "installed into $prefix:"
 (cd "$prefix" && find . -type f | sort | sed 's/^/  /')
 
@@ -22,19 +31,31 @@ readelf -d "$library" | grep -q 'Library runpath: \[\$ORIGIN:\$ORIGIN/\.\./\.\.\
 echo "soname libtovak.so, RUNPATH \$ORIGIN:\$ORIGIN/../.."
 
 line=(compare -F -l /srv/repo -L -m 7X21)
-cmake -S examples/translate -B "$work/translate" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake -S examples/translate -B "$work/translate" -Dtovak_DIR="$(dirname "$library")/cmake/tovak" \
+  >/dev/null
 cmake --build "$work/translate" >/dev/null
 translated=$("$work/translate/tovak-translate" "${line[@]}" 2>/dev/null)
 launched=$("$build/bin/tovak" "${line[@]}" | sed -n 's|^.*/\./Fendix ||p')
 echo "tovak-translate: $translated"
 [ "$translated" = "$launched" ] || { echo "build/bin/tovak ran: $launched"; exit 1; }
 
+for page in tovak.1.gz; do
+  gzip -t "$prefix/share/man/man1/$page" || { echo "no manual page $page"; exit 1; }
+done
+bash -n "$prefix/share/bash-completion/completions/tovak"
+grep -q '^License: Expat$' "$prefix"/share/doc/*/copyright
+
+# The example's own build line, with the run-time path its comment gives.
 export PKG_CONFIG_PATH="$(dirname "$library")/pkgconfig"
+[ "$(pkg-config --variable=libdir tovak)" -ef "$(dirname "$library")" ] \
+  || { echo "tovak.pc: libdir $(pkg-config --variable=libdir tovak)"; exit 1; }
 # shellcheck disable=SC2046 # pkg-config's flags are meant to be split
 c++ -std=c++17 -Wall -Wextra -Wpedantic -Werror examples/pkg-config/main.cpp \
-  $(pkg-config --cflags --libs tovak) -Wl,-rpath,"$(dirname "$library")" -o "$work/derive"
+  $(pkg-config --cflags --libs tovak) -Wl,-rpath,"$(pkg-config --variable=libdir tovak)" \
+  -o "$work/derive"
 "$work/derive"
 
+"$prefix/bin/tovak" --help | grep -q '^Usage: tovak'
 cp "$build/bin/Fendix" "$prefix/bin/Fendix"
 FENDIX_EXIT_CODE=3 "$prefix/bin/tovak" qk -s --vq-address=10.1.1.1 && status=0 || status=$?
 rm "$prefix/bin/Fendix"

@@ -25,6 +25,23 @@ install(FILES "${PROJECT_BINARY_DIR}/tovakConfig.cmake"
         DESTINATION "${TOVAK_CMAKE_DIR}")
 
 # The .pc file finds its prefix from its own place, so the tree can be installed anywhere.
-file(RELATIVE_PATH TOVAK_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+# The paths are taken between full directories, so an absolute libdir gives them right too.
+file(RELATIVE_PATH TOVAK_PC_TO_PREFIX "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig"
+     "${CMAKE_INSTALL_PREFIX}")
+file(RELATIVE_PATH TOVAK_PC_LIBDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+file(RELATIVE_PATH TOVAK_PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/tovak.pc.in" "${PROJECT_BINARY_DIR}/tovak.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/tovak.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# Manual pages and bash completion; the translator's only when it is built.
+install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+set(TOVAK_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
+        RENAME tovak)
+if(TARGET tovak_translate)
+  install(TARGETS tovak_translate RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak-translate.1.gz"
+          DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
+          RENAME tovak-translate)
+endif()

@@ -5,16 +5,24 @@
 // It would rather refuse, with 125, than run something it did not mean to: when it cannot
 // tell its own directory for certain, and when that directory holds a byte the shell would
 // read as syntax, since the library puts the directory unquoted in front of Fendix.
+//
+// "tovak --help" and "tovak --version" are answered here, before anything is loaded, and only
+// when they are the whole line: any other line goes to the library as it stands.
 #include <dlfcn.h>
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "exit_code.h"
 #include "own_directory.h"
+#include "usage.h"
 
 #ifndef TOVAK_LIBDIR_FROM_BINDIR
 #define TOVAK_LIBDIR_FROM_BINDIR "../lib"
+#endif
+#ifndef TOVAK_VERSION
+#define TOVAK_VERSION "unknown"
 #endif
 
 namespace {
@@ -35,9 +43,22 @@ void* loadLibrary(const std::string& directory, std::string& error) {
   return nullptr;
 }
 
+// The text for a line that is exactly "--help" or "--version", or null.
+const char* ownAnswer(int argc, char** argv) {
+  if (argc != 2) return nullptr;
+  if (std::strcmp(argv[1], "--help") == 0) return launcher::kUsage;
+  if (std::strcmp(argv[1], "--version") == 0) return "tovak " TOVAK_VERSION "\n";
+  return nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (const char* answer = ownAnswer(argc, argv)) {
+    // A write that failed, such as on a full disk, shows at the flush.
+    std::fputs(answer, stdout);
+    return std::fflush(stdout) == 0 ? 0 : 1;
+  }
   const std::optional<std::string> directory = launcher::ownDirectory();
   if (!directory) {
     std::fprintf(stderr, "tovak: cannot tell this program's directory from /proc/self/exe\n");

@@ -6,7 +6,7 @@
 # odd places and against faults, and every allocation of a call failing in turn. With
 # --valgrind the legacy lines run under memcheck instead, which must find no error and no leak.
 #
-# usage: launch_test.py BIN_DIR LINES_FILE NO_ENTRY_LIBRARY LIBDIR_FROM_BINDIR [--valgrind] [--sanitized]
+# usage: launch_test.py BIN_DIR LINES_FILE NO_ENTRY_LIBRARY LIBDIR_FROM_BINDIR VERSION [--valgrind] [--sanitized]
 import concurrent.futures
 import itertools
 import os
@@ -17,7 +17,7 @@ import subprocess
 import sys
 import tempfile
 
-BIN, LINES, NO_ENTRY, LIBDIR = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4]
+BIN, LINES, NO_ENTRY, LIBDIR, VERSION = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4], sys.argv[5]
 OUTPUT = " --output /var/log/Zantor_Support/"
 VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds=definite,indirect,possible",
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
@@ -159,6 +159,12 @@ def launcher_places():
         refusal = (125, "", f"tovak: will not run from {directory}: the shell would read its byte 0x{byte:02x}\n") if byte else None
         expect(f"launcher in {name!r}", run(directory + "tovak", ["qk"]), refusal or (0, launched(directory, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
     lonely = copies(os.path.join(top, "lonely"), ("tovak",))
+    # --help and --version need no library and answer anywhere, but only as the whole line.
+    usage = run(lonely + "tovak", ["--help"])
+    expect("help", (usage[0], usage[1].startswith("Usage: tovak COMMAND"), "compare (co), update (up), acquire (ac), quenmark (qk)\n" in usage[1]), (0, True, True))
+    expect("version", run(os.path.join(top, "semi;colon", "tovak"), ["--version"]), (0, f"tovak {VERSION}\n", ""))
+    expect("help and version", run(BIN + "tovak", ["--help", "--version"]), (1, "The command: --help is not supported.\n", ""))
+    expect("help on a full disk", subprocess.run([BIN + "tovak", "--help"], stdout=open("/dev/full", "w")).returncode, 1)
     shutil.copy(NO_ENTRY, lonely + "libtovak.so")
     expect("library without dll_main", run(lonely + "tovak", ["co"]), (125, "", "tovak: libtovak.so has no dll_main\n"))
     os.remove(lonely + "libtovak.so")

@@ -1,7 +1,10 @@
 // A one-file caller built with nothing but `pkg-config --cflags --libs tovak`: it derives
 // its own translator from CommandBase and uses the query operations of Parameters.
 //
-//   c++ -std=c++17 main.cpp $(pkg-config --cflags --libs tovak) -o derive
+//   c++ -std=c++17 main.cpp $(pkg-config --cflags --libs tovak) -Wl,-rpath,$(pkg-config --variable=libdir tovak) -o derive
+//
+// The run-time path lets the program find libtovak.so outside the loader's own directories;
+// a library installed under /usr needs none.
 #include <tovak/tovak.h>
 
 #include <iostream>

@@ -11,18 +11,30 @@
 
 namespace tovak {
 
+const std::array<CommandWord, 4> kCommandWords = {{
+    {"compare", "co",
+     [](Parameters* p) -> std::unique_ptr<CommandBase> {
+       return std::make_unique<CompareUpdateCommand>(p, "compare");
+     }},
+    {"update", "up",
+     [](Parameters* p) -> std::unique_ptr<CommandBase> {
+       return std::make_unique<CompareUpdateCommand>(p, "update");
+     }},
+    {"acquire", "ac",
+     [](Parameters* p) -> std::unique_ptr<CommandBase> {
+       return std::make_unique<AcquireCommand>(p);
+     }},
+    {"quenmark", "qk",
+     [](Parameters* p) -> std::unique_ptr<CommandBase> {
+       return std::make_unique<QuenmarkCommand>(p);
+     }},
+}};
+
 std::unique_ptr<CommandBase> createTranslator(const std::string& word, Parameters* parameters) {
-  if (word == "acquire" || word == "ac") {
-    return std::make_unique<AcquireCommand>(parameters);
-  }
-  if (word == "compare" || word == "co") {
-    return std::make_unique<CompareUpdateCommand>(parameters, "compare");
-  }
-  if (word == "update" || word == "up") {
-    return std::make_unique<CompareUpdateCommand>(parameters, "update");
-  }
-  if (word == "quenmark" || word == "qk") {
-    return std::make_unique<QuenmarkCommand>(parameters);
+  for (const CommandWord& known : kCommandWords) {
+    if (word == known.name || word == known.abbreviation) {
+      return known.create(parameters);
+    }
   }
   return nullptr;
 }

@@ -4,8 +4,10 @@
 #ifndef TOVAK_ENTRY_TRANSLATION_H
 #define TOVAK_ENTRY_TRANSLATION_H
 
+#include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "tovak/command_base.h"
 #include "tovak/parameters.h"
@@ -19,6 +21,17 @@ struct Translation {
   bool accepted = false;    // false: the line was refused and its messages are printed
   std::string commandLine;  // the Fendix command line, when accepted
 };
+
+// A command word, its abbreviation and the translator both select.
+struct CommandWord {
+  std::string_view name;
+  std::string_view abbreviation;
+  std::unique_ptr<CommandBase> (*create)(Parameters* parameters);
+};
+
+// Every command word the library knows, in the order its help and manual list them; the
+// manual, the help and the shell completion are generated from it.
+extern const std::array<CommandWord, 4> kCommandWords;
 
 // The translator for a command word, on the given parameters; null for an empty or
 // unknown word. Matched exactly and case-sensitively.

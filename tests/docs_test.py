@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+# The generated manual pages and completion: tovak_tables on small templates (its entries,
+# its refusals), the installed completion answering as a shell user types, and groff
+# reading both pages without a warning.
+#
+# usage: docs_test.py TOVAK_TABLES DOC_DIR
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+
+TABLES, DOC = sys.argv[1], sys.argv[2]
+failures = []
+
+
+def expect(label, actual, wanted):
+    if actual != wanted:
+        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
+
+
+QK_FORMS = "@form quenmark -s S\n@form quenmark --vq-address=a A\n@form quenmark --vq-user=u U\n@form quenmark --vq-password=p P\n"
+QK_ENTRIES = (".TP\n\\fB\\-s\\fR, \\fB\\-\\-scan\\fR\nS\n.TP\n\\fB\\-\\-vq\\-address\\fR=\\fIa\\fR\nA\n"
+              ".TP\n\\fB\\-\\-vq\\-user\\fR=\\fIu\\fR\nU\n.TP\n\\fB\\-\\-vq\\-password\\fR=\\fIp\\fR\nP\n")
+# Label, template (None: no such file), output file, and the exit code with what is written
+# (or, failing, said on standard error).
+for label, template, output, wanted in (
+    ("words, list and entries", "@COMMAND_WORDS@;@COMMAND_LIST@\n@options quenmark\n" + QK_FORMS, "out",
+     (0, "compare co update up acquire ac quenmark qk;compare (co), update (up), acquire (ac), quenmark (qk)\n" + QK_ENTRIES)),
+    ("an entry without text", "@options quenmark\n" + QK_FORMS.replace("-s S", "-S S"), "out",
+     (1, "tovak_tables: no text for -s in quenmark\n")),
+    ("a text without an entry", "@options quenmark\n@form quenmark --x X\n" + QK_FORMS, "out",
+     (1, "tovak_tables: no option --x in quenmark\n")),
+    ("an unknown word in a text", "@form quenmark,scan -s S\n", "out", (1, "tovak_tables: no command word scan\n")),
+    ("an unknown word in an entry", "@options scan\n", "out", (1, "tovak_tables: no command word scan\n")),
+    ("no template", None, "out", (1, "tovak_tables: cannot read {work}/in\n")),
+    ("no place for the output", "", "no/out", (1, "tovak_tables: cannot write {work}/no/out\n")),
+    ("no arguments", None, None, (2, "usage: tovak_tables TEMPLATE OUTPUT\n")),
+):
+    with tempfile.TemporaryDirectory() as work:
+        if template is not None:
+            with open(f"{work}/in", "w") as template_file:
+                template_file.write(template)
+        done = subprocess.run([TABLES, *([f"{work}/in", f"{work}/{output}"] if output else [])], capture_output=True, text=True)
+        written = open(f"{work}/out").read() if os.path.exists(f"{work}/out") else ""
+        expect(label, (done.returncode, written or done.stderr), (wanted[0], wanted[1].format(work=work)))
+expect("a short name with a value", "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
+
+# Words typed so far, the last one being completed, and the words offered.
+for words, wanted in (
+    (["tovak", ""], "--help --version compare co update up acquire ac quenmark qk"),
+    (["tovak", "qk", "--vq-"], "--vq-address --vq-user --vq-password"),
+    (["tovak", "co", "--no"], ""),
+    (["tovak", "up", "--no"], "--noinventory"),
+    (["tovak", "ac", "--m"], "--machine-type --meta-only"),
+    (["tovak-translate", "--fendix", "/x", "ac", "--pro"], "--proxy-address --proxy-user --proxy-port --proxy-password"),
+    (["tovak-translate", "--script", "--d"], "--diff"),
+    (["tovak-translate", "--sc"], "--script"),
+):
+    complete = "_tovak" if words[0] == "tovak" else "_tovak_translate"
+    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}"'
+    done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd="/")
+    expect(f"completion of {words}", (done.stdout, done.stderr), (wanted + "\n", ""))
+
+for page in ("tovak.1", "tovak-translate.1") if shutil.which("groff") else print("skipped: no groff to read the pages") or ():
+    done = subprocess.run(["groff", "-man", "-Tutf8", "-ww", "-z", f"{DOC}/{page}"], capture_output=True, text=True)
+    expect(f"groff on {page}", (done.returncode, done.stderr), (0, ""))
+
+print("\n".join(failures) or "all documents as expected")
+sys.exit(1 if failures else 0)
