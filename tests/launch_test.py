@@ -100,6 +100,11 @@ def interface():
         "tovak: dll_main failed with an unknown exception\n"))
 
 
+def lowest_status():
+    expect("the lowest status", run(BIN + "host", ["line", "qk"], {"HOST_SYSTEM_STATUS": "-2147483648"}),
+           (0, launched(BIN, OUTPUT, -2147483648) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n"))
+
+
 def standard_output_full():
     # A failed write neither silences the next call nor is hidden from the host.
     expect("standard output full in a first call", run(BIN + "host", ["full", "qk"]),
@@ -204,6 +209,7 @@ if "--valgrind" in sys.argv:
 else:
     interface()
     standard_output_full()
+    lowest_status()
     paths()
     launcher_places()
     failed_allocations(SANITIZED)

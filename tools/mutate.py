@@ -409,9 +409,14 @@ def mark_equivalents(mutants, path):
         entry = normalized(line)
         if not entry or entry.startswith("#"):
             continue
-        # The key is the entry up to one of its " | " (the reason follows), or all of it.
+        # The key is the entry up to one of its " | " (the reason follows), or all of it;
+        # "file | function | * | reason" takes every mutant of that function.
         keys = [entry] + [entry[:m.start()] for m in re.finditer(r" \| ", entry)]
         matched = [by_key[key] for key in keys if key in by_key]
+        fields = entry.split(" | ")
+        if len(fields) > 3 and fields[2] == "*":
+            prefix = f"{fields[0]} | {fields[1]} | "
+            matched = [m for key, m in by_key.items() if key.startswith(prefix)]
         for mutant in matched:
             mutant.equivalent = True
         if not matched:

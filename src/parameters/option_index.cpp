@@ -130,9 +130,6 @@ OptionIndex::Option OptionIndex::find(std::string_view name) const {
 }
 
 OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable& table) {
-  for (std::size_t i = 0; i < entryCount_; ++i) {
-    entries_[i].listed = false;
-  }
   TableCheck check;
   for (const auto& row : table) {
     Entry* first = entryNamed(row.first);

@@ -50,7 +50,7 @@ class OptionIndex {
   // How the line stands against a table, from two lookups per row: the first option name,
   // in the order of the tokens, that the table has in neither column (a lone "-" stands for
   // the empty name here), and the first row whose two forms both carry a value; nullptr for
-  // none.
+  // none. Made once per index: it marks the names it finds.
   struct TableCheck {
     const std::string_view* unsupported = nullptr;
     const SupportedParameterTable::value_type* conflict = nullptr;
@@ -62,7 +62,7 @@ class OptionIndex {
     std::string_view name;
     std::string_view value;
     bool valued;
-    bool listed;  // in the table of the last check
+    bool listed;  // found in the table of the check
   };
   // A typical line's slots fit here and need no allocation.
   static constexpr std::size_t kInlineSlots = 64;
