@@ -1,5 +1,6 @@
-# Install rules: the library, its public headers, the launcher, a CMake package and a
-# pkg-config file. The stand-in Fendix has no rule: installed, it would shadow the real tool.
+# Install rules: the library, its public headers, the launcher, tovak-translate, a CMake
+# package and a pkg-config file. The stand-in Fendix has no rule: installed, it would shadow
+# the real tool.
 include(CMakePackageConfigHelpers)
 
 set(TOVAK_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/tovak")
@@ -10,6 +11,7 @@ install(TARGETS tovak EXPORT tovakTargets
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/tovak"
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
         FILES_MATCHING PATTERN "*.h")
+install(TARGETS tovak_translate RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 if(TOVAK_BUILD_LAUNCHER)
   install(TARGETS tovak_launcher RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
