@@ -5,7 +5,7 @@
 namespace translate {
 
 std::string oneLine(std::string_view text) {
-  if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+  while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.remove_suffix(1);
   std::string line;
   for (const char c : text) {
     const unsigned char byte = static_cast<unsigned char>(c);

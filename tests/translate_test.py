@@ -1,0 +1,153 @@
+#!/usr/bin/env python3
+# tovak-translate against the launcher: a hand-written script and a generated one are each
+# run whole under dash and bash as written (through build/bin/tovak) and as rewritten; the
+# stand-in Fendix logs every argument list and the scripts every status, and the logs must be
+# identical. Then the README's example, line mode and the file options.
+#
+# usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
+import argparse, os, random, re, shutil, subprocess, sys, tempfile
+
+parser = argparse.ArgumentParser()
+parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
+parser.add_argument("--seed", type=int, default=1), parser.add_argument("--count", type=int, default=500)
+ARGS = parser.parse_args()
+BIN = os.path.realpath(ARGS.bin)
+TOOL = os.path.join(BIN, "tovak-translate")
+PRELUDE = 's() { echo "status $?" >>"$FENDIX_LOG"; }\n'
+failures = []
+
+
+def tool(arguments, stdin="", cwd=None):
+    done = subprocess.run([TOOL, *arguments], input=stdin.encode(), capture_output=True, cwd=cwd)
+    return done.returncode, done.stdout.decode(errors="replace"), done.stderr.decode(errors="replace")
+
+
+def expect(label, actual, wanted):
+    if actual != wanted:
+        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
+
+
+# The log of one whole run, in a fresh directory where only the programs the scripts name
+# are found, so that values the launcher hands the shell as syntax touch nothing else.
+def run_log(shell, text, tmp):
+    home = tmp + "/home"  # the same path in every run: it may show in a logged value
+    shutil.rmtree(home, ignore_errors=True)
+    os.makedirs(home + "/path")
+    for name, target in [("tovak", BIN), ("Fendix", BIN), ("cat", "/bin"), ("env", "/usr/bin"), ("nice", "/usr/bin")]:
+        os.symlink(f"{target}/{name}", f"{home}/path/{name}")
+    env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log"}
+    with open(home + "/script", "w") as script:
+        script.write(text)
+    done = subprocess.run([shutil.which(shell), "script"], cwd=home, env=env, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=600)
+    with open(home + "/log", "ab+") as log:
+        log.seek(0)
+        return log.read() + f"exit {done.returncode}\n".encode()
+
+
+def prove(label, text, minimum):
+    with tempfile.TemporaryDirectory() as tmp:
+        os.mkdir(tmp + "/link")
+        os.symlink(BIN + "/tovak", tmp + "/link/tovak")
+        text = PRELUDE + text.replace("@BIN@", BIN).replace("@LINK@", tmp + "/link")
+        code, rewritten, summary = tool(["--script", "-"], text)
+        counts = re.search(r"(\d+) invocations translated, (\d+) left, (\d+) refused", summary)
+        if counts is None or int(counts[1]) < minimum:
+            return failures.append(f"{label}: too few rewritten ({summary.strip()})")
+        expect(f"{label}: rewritten again", tool(["--script", "-"], rewritten)[1], rewritten)
+        for shell in ["dash", "bash"]:
+            expect(f"{label} under {shell}", run_log(shell, rewritten, tmp), run_log(shell, text, tmp))
+        print(f"{label}: {counts[1]} invocations rewritten, {counts[2]} left, {counts[3]} refused")
+
+
+COMPARE = "-F -D -L -s -u --xml --noinventory -l -f -o -e -i -m --host= --update-args= --vmware-esxi=".split()
+ACQUIRE = "-L -r --xml --meta-only --ignore-req --no-proxy -u -l -i -m -o --proxy-address= --proxy-user= --proxy-port=".split()
+OPTIONS = {"compare": COMPARE, "up": COMPARE, "ac": ACQUIRE, "qk": "-s --vq-address= --vq-user= --vq-password=".split()}
+VALUED = "-l -f -o -e -i -m".split()
+VALUES = ["/srv/repo", "7X21", "1,2", "all", "a b", "", "x", "10.0.0.1"]
+# A lone "&" would start Fendix in the background, and the log's order with it.
+CHARS = [*" ,.:@%=+-_;|<>(){}$`\\*?[]~#\"'!\t\n", "&&"]
+WRAPS = ["{}", "({})", "{{ {}; }}", "if {}; then :; fi", "{} && :", "{} || :", "{} | cat >/dev/null",
+         "{} >/dev/null 2>&1", "{} # c", "x=$({})", "echo {} >/dev/null", "cat <<'EOT' >/dev/null\n{}\nEOT"]
+
+
+def quote(r, word):
+    way = r.randrange(4)
+    if way == 0 and "'" not in word:
+        return f"'{word}'"
+    if way == 1:
+        return '"' + re.sub(r'([$`"\\])', r"\\\1", word) + '"'
+    if way == 2 or not re.fullmatch(r"[\w,.:@%=+/-]+", word):
+        return "".join(c if c.isalnum() else "'\n'" if c == "\n" else "\\" + c for c in word)
+    return word
+
+
+def generate(r, count):
+    lines = []
+    for _ in range(count):
+        command = r.choice(list(OPTIONS))
+        words = [command]
+        for _ in range(r.randrange(5)):
+            option, value = r.choice(OPTIONS[command]), r.choice(VALUES)
+            if r.random() < .15:  # a byte the shell may read as syntax once joined
+                at = r.randint(0, len(value))
+                value = value[:at] + r.choice(CHARS) + value[at:]
+            words += [option + value] if option.endswith("=") else [option, value] if option in VALUED else [option]
+        line = " ".join(quote(r, w) for w in words) + r.choice(["", "", "", "", "", "", "", "", "", ' "$HOME"', " *"])
+        launcher = r.choice(["tovak", "tovak", "@BIN@/tovak", "@LINK@/tovak", "'tovak'"])
+        prefix = r.choice(["", "", "env ", "command ", "nice ", "! ", "A=1 "])
+        lines.append(r.choice(WRAPS).format(f"{prefix}{launcher} {line}") + "\ns\n")
+    return "".join(lines)
+
+
+with open(ARGS.script, encoding="utf-8") as script:
+    prove("hand-written script", script.read(), 25)
+prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed), ARGS.count), ARGS.count // 5)
+
+# The README's before and after.
+with open(ARGS.readme, encoding="utf-8") as readme:
+    blocks = re.findall(r"```sh\n(.*?)```", readme.read().split("## Moving scripts to Fendix")[1], re.S)
+expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
+
+for label, arguments, wanted in [
+        ("line", ["compare", "-F", "-L"], (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
+        ("line, --fendix", ["--fendix", "/o/F", "qk", "-s"], (0, "/o/F update scan --output /var/log/Zantor_Support/\n", "")),
+        ("line refused", ["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n"))]:
+    expect(label, tool(arguments), wanted)
+
+LEGACY = "#!/bin/sh\ntovak compare -F\n"
+NEW = "#!/bin/sh\nFendix update compare --type fw --output /var/log/Zantor_Support/\n"
+with tempfile.TemporaryDirectory() as tmp:
+    def write(name, text, mode=0o644):
+        with open(f"{tmp}/{name}", "w", newline="") as f:
+            f.write(text)
+        os.chmod(f"{tmp}/{name}", mode)
+
+    def read(name):
+        with open(f"{tmp}/{name}", newline="") as f:
+            return f.read()
+
+    write("real.sh", LEGACY, 0o741)
+    os.symlink("real.sh", tmp + "/link.sh")
+    write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW)
+    for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
+        expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
+    expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
+                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
+    expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
+    expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
+    # Two hunks, a comment added, a last line without a line end.
+    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\nm\nn\ntovak co -F"
+    write("tail.sh", tail)
+    code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
+    subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
+    expect("--diff applied", (code, read("tail.sh")), (2, tool(["--script", "-"], tail)[1]))
+    write("crlf.sh", "tovak co -F\r\n")
+    expect("CRLF", tool(["--script", "crlf.sh", "missing.sh"], cwd=tmp)[0::2],
+           (1, "tovak-translate: crlf.sh has CRLF line ends and is left unchanged\ntovak-translate: cannot read missing.sh: "
+               "No such file or directory\ntovak-translate: 1 files read, 0 invocations translated, 0 left, 0 refused\n"))
+    expect("--check", tool(["--script", "--check", "-"], "# tovak-translate: x\ntovak co -F | cat\necho '/x/tovak'\n")[:2],
+           (2, "-:2: legacy syntax, rewritten as: Fendix update compare --type fw --output /var/log/Zantor_Support/\n-:3: mentions tovak\n"))
+
+print("\n".join(failures) or "all passed")
+sys.exit(1 if failures else 0)
