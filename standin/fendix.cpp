@@ -1,13 +1,13 @@
 // A stand-in for the Fendix update tool, for demonstrations and tests only: it shows how
 // the shell split the translated line and exits with $FENDIX_EXIT_CODE (0 when unset).
 // Never install it as Fendix: it would shadow the real tool.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 int main(int argc, char** argv) {
   if (const char* log = std::getenv("FENDIX_LOG")) {

@@ -18,8 +18,8 @@ class DiffWriter {
     while ((first = nextChange(first)) < rewrite_.lines.size()) {
       // A hunk runs on while the next change is close enough for the contexts to meet.
       std::size_t last = first;
-      for (std::size_t next; (next = nextChange(last + 1)) < rewrite_.lines.size() &&
-                             next - last <= 2 * kContext;) {
+      for (std::size_t next;
+           (next = nextChange(last + 1)) < rewrite_.lines.size() && next - last <= 2 * kContext;) {
         last = next;
       }
       writeHunk(first >= kContext ? first - kContext : 0,

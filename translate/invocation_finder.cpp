@@ -33,7 +33,8 @@ bool isAssignment(std::string_view text, const Word& word) {
 
 bool namesLauncher(const Word& word) {
   const std::string& value = word.value;
-  return value == "tovak" || (value.size() > 6 && value.compare(value.size() - 6, 6, "/tovak") == 0);
+  return value == "tovak" ||
+         (value.size() > 6 && value.compare(value.size() - 6, 6, "/tovak") == 0);
 }
 
 bool isHereDocument(const Token& token) {
@@ -53,11 +54,11 @@ class Finder {
       findInside(text, token.word.substitutions, base);
       if (token.kind == TokenKind::kNewline || token.kind == TokenKind::kOperator) {
         commandPosition = true;
-      } else if (token.kind == TokenKind::kWord && commandPosition &&
-                 !isKeyword(token.word) && !isWrapper(token.word) &&
-                 !isAssignment(text, token.word)) {
+      } else if (token.kind == TokenKind::kWord && commandPosition && !isKeyword(token.word) &&
+                 !isWrapper(token.word) && !isAssignment(text, token.word)) {
         commandPosition = false;
-        if (namesLauncher(token.word)) found_.push_back(readInvocation(text, tokens, i, base, inside));
+        if (namesLauncher(token.word))
+          found_.push_back(readInvocation(text, tokens, i, base, inside));
       }
     }
     findInside(text, script.hereDocumentSubstitutions, base);
@@ -79,8 +80,8 @@ class Finder {
     invocation.unknownBecause = invocation.program.unknownBecause;
     std::size_t i = first + 1;
     std::size_t end = tokens[first].end;
-    for (; i < tokens.size() && (tokens[i].kind == TokenKind::kWord ||
-                                 tokens[i].kind == TokenKind::kRedirection);
+    for (; i < tokens.size() &&
+           (tokens[i].kind == TokenKind::kWord || tokens[i].kind == TokenKind::kRedirection);
          ++i) {
       const Token& token = tokens[i];
       if (token.kind == TokenKind::kWord) {

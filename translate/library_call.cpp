@@ -31,7 +31,8 @@ class CapturedOutput {
     if (file_ == nullptr) return text;
     std::rewind(file_);
     char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file_)) > 0;) text.append(buffer, n);
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file_)) > 0;)
+      text.append(buffer, n);
     return text;
   }
 

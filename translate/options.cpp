@@ -32,7 +32,8 @@ std::string whatIsWrong(const Options& options, int outputs) {
   if (!options.script && (outputs > 0 || !options.backup)) {
     return "--diff, --in-place, --check and --no-backup go with --script";
   }
-  if (!options.backup && options.output != Output::kInPlace) return "--no-backup goes with --in-place";
+  if (!options.backup && options.output != Output::kInPlace)
+    return "--no-backup goes with --in-place";
   if (options.output == Output::kInPlace) {
     for (const std::string& file : options.operands) {
       if (file == "-") return "standard input cannot be rewritten in place";
@@ -41,7 +42,8 @@ std::string whatIsWrong(const Options& options, int outputs) {
   if (launcher::firstShellSyntaxByte(options.fendix)) {
     return "--fendix " + options.fendix + " holds a byte the shell would read as syntax";
   }
-  if (options.script && options.operands.empty()) return "--script needs a file, or - for standard input";
+  if (options.script && options.operands.empty())
+    return "--script needs a file, or - for standard input";
   return "";
 }
 

@@ -16,9 +16,9 @@ struct Options {
   bool backup = true;
   bool help = false;
   bool version = false;
-  std::string fendix;                  // empty: named after each invocation's launcher
-  std::vector<std::string> operands;   // the legacy words, or the script files
-  std::string error;                   // not empty when the command line makes no sense
+  std::string fendix;                 // empty: named after each invocation's launcher
+  std::vector<std::string> operands;  // the legacy words, or the script files
+  std::string error;                  // not empty when the command line makes no sense
 };
 
 Options parseOptions(int argc, char** argv);

@@ -8,7 +8,8 @@
 
 namespace translate {
 
-// Line ends and blanks at the end dropped, then \n, \r, \t and other control bytes written as escapes.
+// Line ends and blanks at the end dropped, then \n, \r, \t and other control bytes written as
+// escapes.
 std::string oneLine(std::string_view text);
 
 }  // namespace translate

@@ -12,7 +12,9 @@ namespace {
 
 void writeOut(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
-void complain(const std::string& text) { std::fprintf(stderr, "tovak-translate: %s\n", text.c_str()); }
+void complain(const std::string& text) {
+  std::fprintf(stderr, "tovak-translate: %s\n", text.c_str());
+}
 
 class ScriptRun {
  public:

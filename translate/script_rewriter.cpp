@@ -29,7 +29,9 @@ std::string_view indentOf(std::string_view line) {
 
 bool isToolComment(std::string_view line) { return trimmed(line).substr(0, kMark.size()) == kMark; }
 
-bool isNameByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-'; }
+bool isNameByte(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-';
+}
 
 bool mentionsLauncher(std::string_view line) {
   for (std::size_t at = line.find("tovak"); at != std::string_view::npos;
@@ -86,7 +88,8 @@ class Rewriter {
 
   std::size_t lineOf(std::size_t offset) const {
     return static_cast<std::size_t>(std::upper_bound(starts_.begin(), starts_.end(), offset) -
-                                    starts_.begin()) - 1;
+                                    starts_.begin()) -
+           1;
   }
 
   // Comments go above the line where the command around the invocation begins, never into
@@ -117,8 +120,8 @@ class Rewriter {
     for (const std::string& redirection : invocation.redirections) replacement += " " + redirection;
     ++rewrite_.translated;
     rewrite_.findings.push_back({line + 1, "legacy syntax, rewritten as: " + oneLine(replacement)});
-    edits_[line].push_back({invocation.begin - starts_[line], invocation.end - starts_[line],
-                            std::move(replacement)});
+    edits_[line].push_back(
+        {invocation.begin - starts_[line], invocation.end - starts_[line], std::move(replacement)});
     if (invocation.piped) comments_[anchorOf(invocation.begin)].emplace_back(kPiped);
   }
 

@@ -87,14 +87,19 @@ class Lexer {
   }
 
   Token readRedirection(std::size_t begin) {
-    for (const char* op : {"<<<", "<<-", "<<", "<>", "<&", "<", ">>", ">&", ">|", ">", "&>>", "&>"}) {
+    for (const char* op :
+         {"<<<", "<<-", "<<", "<>", "<&", "<", ">>", ">&", ">|", ">", "&>>", "&>"}) {
       if (text_.substr(pos_, std::strlen(op)) == op) {
         pos_ += std::strlen(op);
         break;
       }
     }
-    Token token{TokenKind::kRedirection, begin, 0, std::string(text_.substr(begin, pos_ - begin)),
-                {}, false};
+    Token token{TokenKind::kRedirection,
+                begin,
+                0,
+                std::string(text_.substr(begin, pos_ - begin)),
+                {},
+                false};
     while (isBlank(at(pos_))) ++pos_;
     token.word = readWord();
     token.end = pos_;

@@ -21,9 +21,9 @@ struct Span {
 struct Word {
   std::size_t begin = 0;
   std::size_t end = 0;
-  std::string value;            // after quote removal
-  bool quoted = false;          // some part of it was quoted or escaped
-  std::string unknownBecause;   // why value is not what the shell will make of it; empty if it is
+  std::string value;           // after quote removal
+  bool quoted = false;         // some part of it was quoted or escaped
+  std::string unknownBecause;  // why value is not what the shell will make of it; empty if it is
   std::vector<Span> substitutions;
 };
 
@@ -33,14 +33,14 @@ struct Token {
   TokenKind kind = TokenKind::kWord;
   std::size_t begin = 0;
   std::size_t end = 0;
-  std::string op;               // the operator, or the redirection's operator with its fd
-  Word word;                    // the word, or the redirection's target
-  bool continued = false;       // a line continuation lies between the previous token and this
+  std::string op;          // the operator, or the redirection's operator with its fd
+  Word word;               // the word, or the redirection's target
+  bool continued = false;  // a line continuation lies between the previous token and this
 };
 
 struct LexedScript {
   std::vector<Token> tokens;
-  std::vector<std::size_t> lineStarts;   // where a new command can begin on a fresh line
+  std::vector<std::size_t> lineStarts;  // where a new command can begin on a fresh line
   std::vector<Span> hereDocumentSubstitutions;
 };
 
