@@ -147,7 +147,7 @@ with tempfile.TemporaryDirectory() as tmp:
            (1, "tovak-translate: crlf.sh has CRLF line ends and is left unchanged\ntovak-translate: cannot read missing.sh: "
                "No such file or directory\ntovak-translate: 1 files read, 0 invocations translated, 0 left, 0 refused\n"))
     expect("--check", tool(["--script", "--check", "-"], "# tovak-translate: x\ntovak co -F | cat\necho '/x/tovak'\n")[:2],
-           (2, "-:2: legacy syntax, rewritten as: Fendix update compare --type fw --output /var/log/Zantor_Support/\n-:3: mentions tovak\n"))
+           (2, "-:2: legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/\n-:3: mentions tovak\n"))
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
