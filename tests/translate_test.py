@@ -5,7 +5,7 @@
 # identical. Then the README's example, line mode and the file options.
 #
 # usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
-import argparse, os, random, re, shutil, subprocess, sys, tempfile
+import argparse, concurrent.futures, os, random, re, shutil, subprocess, sys, tempfile
 
 parser = argparse.ArgumentParser()
 parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
@@ -30,9 +30,8 @@ def expect(label, actual, wanted):
 # The log of one whole run, in a fresh directory where only the programs the scripts name
 # are found, so that values the launcher hands the shell as syntax touch nothing else.
 def run_log(shell, text, tmp):
-    home = tmp + "/home"  # the same path in every run: it may show in a logged value
-    shutil.rmtree(home, ignore_errors=True)
-    os.makedirs(home + "/path")
+    home = tempfile.mkdtemp(dir=tmp)
+    os.mkdir(home + "/path")
     for name, target in [("tovak", BIN), ("Fendix", BIN), ("cat", "/bin"), ("env", "/usr/bin"), ("nice", "/usr/bin")]:
         os.symlink(f"{target}/{name}", f"{home}/path/{name}")
     env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log"}
@@ -42,7 +41,7 @@ def run_log(shell, text, tmp):
                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=600)
     with open(home + "/log", "ab+") as log:
         log.seek(0)
-        return log.read() + f"exit {done.returncode}\n".encode()
+        return log.read().replace(home.encode(), b"~") + f"exit {done.returncode}\n".encode()
 
 
 def prove(label, text, minimum):
@@ -55,8 +54,10 @@ def prove(label, text, minimum):
         if counts is None or int(counts[1]) < minimum:
             return failures.append(f"{label}: too few rewritten ({summary.strip()})")
         expect(f"{label}: rewritten again", tool(["--script", "-"], rewritten)[1], rewritten)
+        with concurrent.futures.ThreadPoolExecutor(4) as pool:
+            runs = {(shell, t): pool.submit(run_log, shell, t, tmp) for shell in ["dash", "bash"] for t in [text, rewritten]}
         for shell in ["dash", "bash"]:
-            expect(f"{label} under {shell}", run_log(shell, rewritten, tmp), run_log(shell, text, tmp))
+            expect(f"{label} under {shell}", runs[shell, rewritten].result(), runs[shell, text].result())
         print(f"{label}: {counts[1]} invocations rewritten, {counts[2]} left, {counts[3]} refused")
 
 
