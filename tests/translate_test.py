@@ -110,11 +110,23 @@ with open(ARGS.readme, encoding="utf-8") as readme:
     blocks = re.findall(r"```sh\n(.*?)```", readme.read().split("## Moving scripts to Fendix")[1], re.S)
 expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
 
-for label, arguments, wanted in [
-        ("line", ["compare", "-F", "-L"], (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
-        ("line, --fendix", ["--fendix", "/o/F", "qk", "-s"], (0, "/o/F update scan --output /var/log/Zantor_Support/\n", "")),
-        ("line refused", ["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n"))]:
-    expect(label, tool(arguments), wanted)
+USAGE = "tovak-translate: {}\n"
+for arguments, wanted in [
+        (["compare", "-F", "-L"], (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
+        (["--fendix", "/o/F", "qk", "-s"], (0, "/o/F update scan --output /var/log/Zantor_Support/\n", "")),
+        (["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n")),
+        (["co", "--fendix", "x"], (1, "", "The command parameters are not vaild!\nIf the parameter starts with --, the next parameter should start with - or --.\n")),
+        (["--script", "--fendix=/o/F", "-"], (0, "/o/F update compare --type fw --output /var/log/Zantor_Support/\n",
+                                              USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))),
+        (["--version"], (0, "tovak-translate 1.0.0\n", "")),
+        (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script"))),
+        (["--script", "--diff", "--check", "-"], (1, "", USAGE.format("choose one of --diff, --in-place and --check"))),
+        (["--script", "--in-place", "-"], (1, "", USAGE.format("standard input cannot be rewritten in place"))),
+        (["--script", "--no-backup", "-"], (1, "", USAGE.format("--no-backup goes with --in-place"))),
+        (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
+        (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
+        (["--bogus"], (1, "", USAGE.format("unknown option --bogus")))]:
+    expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
 
 LEGACY = "#!/bin/sh\ntovak compare -F\n"
 NEW = "#!/bin/sh\nFendix update compare --type fw --output /var/log/Zantor_Support/\n"
@@ -137,12 +149,13 @@ with tempfile.TemporaryDirectory() as tmp:
                                 oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
-    # Two hunks, a comment added, a last line without a line end.
-    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\nm\nn\ntovak co -F"
+    # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
+    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -F"
     write("tail.sh", tail)
     code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
     subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
-    expect("--diff applied", (code, read("tail.sh")), (2, tool(["--script", "-"], tail)[1]))
+    expect("--diff applied", (code, read("tail.sh"), re.findall("^@@.*", diff, re.M)),
+           (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
     write("crlf.sh", "tovak co -F\r\n")
     expect("CRLF", tool(["--script", "crlf.sh", "missing.sh"], cwd=tmp)[0::2],
            (1, "tovak-translate: crlf.sh has CRLF line ends and is left unchanged\ntovak-translate: cannot read missing.sh: "
