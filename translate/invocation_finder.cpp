@@ -34,12 +34,11 @@ bool isAssignment(std::string_view text, const Word& word) {
 bool namesLauncher(const Word& word) {
   const std::string& value = word.value;
   return value == "tovak" ||
-         (value.size() > 6 && value.compare(value.size() - 6, 6, "/tovak") == 0);
+         (value.size() >= 6 && value.compare(value.size() - 6, 6, "/tovak") == 0);
 }
 
 bool isHereDocument(const Token& token) {
-  const std::size_t at = token.op.find("<<");
-  return at != std::string::npos && token.op.find("<<<") == std::string::npos;
+  return token.op.find("<<") != std::string::npos && token.op.find("<<<") == std::string::npos;
 }
 
 class Finder {

@@ -119,7 +119,8 @@ class Rewriter {
     std::string replacement = fendix.program + " " + answer.commandLine;
     for (const std::string& redirection : invocation.redirections) replacement += " " + redirection;
     ++rewrite_.translated;
-    rewrite_.findings.push_back({line + 1, "legacy syntax, translates to: " + oneLine(replacement)});
+    rewrite_.findings.push_back(
+        {line + 1, "legacy syntax, translates to: " + oneLine(replacement)});
     edits_[line].push_back(
         {invocation.begin - starts_[line], invocation.end - starts_[line], std::move(replacement)});
     if (invocation.piped) comments_[anchorOf(invocation.begin)].emplace_back(kPiped);

@@ -183,23 +183,24 @@ class Lexer {
 
   // From a "$" or a backquote to just past the expansion; a command substitution's inside
   // is recorded when substitutions is given.
-  std::size_t skipExpansion(std::size_t at_, std::vector<Span>* substitutions) const {
-    if (text_[at_] == '`') {
-      std::size_t i = at_ + 1;
+  std::size_t skipExpansion(std::size_t start, std::vector<Span>* substitutions) const {
+    if (text_[start] == '`') {
+      std::size_t i = start + 1;
       while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
-      if (substitutions != nullptr) substitutions->push_back({at_ + 1, std::min(i, text_.size())});
+      if (substitutions != nullptr)
+        substitutions->push_back({start + 1, std::min(i, text_.size())});
       return std::min(i + 1, text_.size());
     }
-    const char next = at(at_ + 1);
+    const char next = at(start + 1);
     if (next == '(') {
-      const std::size_t end = skipBracketed(at_ + 1, '(', ')');
-      if (at(at_ + 2) != '(' && substitutions != nullptr) {
-        substitutions->push_back({at_ + 2, end > at_ + 2 ? end - 1 : end});
+      const std::size_t end = skipBracketed(start + 1, '(', ')');
+      if (at(start + 2) != '(' && substitutions != nullptr) {
+        substitutions->push_back({start + 2, end > start + 2 ? end - 1 : end});
       }
       return end;
     }
-    if (next == '{') return skipBracketed(at_ + 1, '{', '}');
-    std::size_t i = at_ + 1;
+    if (next == '{') return skipBracketed(start + 1, '{', '}');
+    std::size_t i = start + 1;
     if (next != '\0' && std::strchr("@*#?-$!0123456789", next) != nullptr) return i + 1;
     while (isalnum(static_cast<unsigned char>(at(i))) || at(i) == '_') ++i;
     return i;
