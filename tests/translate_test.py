@@ -160,8 +160,27 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("CRLF", tool(["--script", "crlf.sh", "missing.sh"], cwd=tmp)[0::2],
            (1, "tovak-translate: crlf.sh has CRLF line ends and is left unchanged\ntovak-translate: cannot read missing.sh: "
                "No such file or directory\ntovak-translate: 1 files read, 0 invocations translated, 0 left, 0 refused\n"))
-    expect("--check", tool(["--script", "--check", "-"], "# tovak-translate: x\ntovak co -F | cat\necho '/x/tovak'\n")[:2],
-           (2, "-:2: legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/\n-:3: mentions tovak\n"))
+    os.mkdir(tmp + "/x y"), write("x y/tovak", "")
+    lines, wanted = ["# tovak-translate: x"], ""
+    for line, reason in [
+            ("tovak co -F | cat", "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"),
+            ("echo '/x/tovak' # tovak", "mentions tovak"),
+            ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
+            ("/none/tovak co", "left as it is: cannot resolve /none/tovak: No such file or directory"),
+            (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
+            ("tovak co -F <<E\nE", "left as it is: a here-document on the invocation"),
+            ("tovak co \\\n -F", "left as it is: a line continuation"),
+            ("tovak co -l a? -l ~ -l a{b,c}", "left as it is: an unquoted glob character"),
+            ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"),
+            ("tovak co -l a{b,c}", "left as it is: an unquoted brace"),
+            ("tovak co -l \"`x`\" $y", "left as it is: a backquote"),
+            ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
+            ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
+            ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
+            ("tovak co -l 'a", "left as it is: an unterminated quote")]:
+        wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
+        lines.append(line)
+    expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
