@@ -145,7 +145,7 @@ class Lexer {
       word.value += text_[pos_ + 1];
     }
     word.quoted = true;
-    pos_ += 2;
+    pos_ = std::min(pos_ + 2, text_.size());
   }
 
   void readSingleQuoted(Word& word) {
@@ -154,7 +154,7 @@ class Lexer {
     const std::size_t end = close == std::string_view::npos ? text_.size() : close;
     if (close == std::string_view::npos) noteUnknown(word, "an unterminated quote");
     word.value += text_.substr(pos_ + 1, end - pos_ - 1);
-    pos_ = end + 1;
+    pos_ = std::min(end + 1, text_.size());
   }
 
   void readDoubleQuoted(Word& word) {
@@ -172,7 +172,7 @@ class Lexer {
       }
     }
     if (pos_ >= text_.size()) noteUnknown(word, "an unterminated quote");
-    ++pos_;
+    pos_ = std::min(pos_ + 1, text_.size());
   }
 
   void readExpansion(Word& word) {
