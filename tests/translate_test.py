@@ -162,8 +162,9 @@ with tempfile.TemporaryDirectory() as tmp:
                "No such file or directory\ntovak-translate: 1 files read, 0 invocations translated, 0 left, 0 refused\n"))
     os.mkdir(tmp + "/x y"), write("x y/tovak", "")
     lines, wanted = ["# tovak-translate: x"], ""
+    translates = "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"
     for line, reason in [
-            ("tovak co -F | cat", "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"),
+            *[(f"{wrapper} tovak co -F | cat", translates) for wrapper in ["sudo", "exec", "command", "nohup", "time", "env"]],
             ("echo '/x/tovak' # tovak", "mentions tovak"),
             ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
             ("/none/tovak co", "left as it is: cannot resolve /none/tovak: No such file or directory"),
