@@ -38,10 +38,10 @@ tovak compare -F 2>&1 | (cat >/dev/null; tovak compare -D >/dev/null); s
 tovak compare -F <<EOT; s
 tovak compare -D
 EOT
-cat <<'EOT' >/dev/null; s
+cat <<'EOT' >>"$FENDIX_LOG"; s
 tovak compare -F
 EOT
-echo tovak compare -F >/dev/null; echo "tovak compare -D" >/dev/null; s
+echo tovak compare -F >>"$FENDIX_LOG"; echo "tovak compare -D" >>"$FENDIX_LOG"; s
 sh -c 'tovak compare -F' 2>/dev/null; s
 tovak >out.txt compare -D 2>/dev/null -F; cat out.txt >/dev/null; s
 tovak compare -F -D -f 1 -o 2 -e 3 -i 4 -m 7X21 --xml; s

@@ -69,7 +69,7 @@ VALUES = ["/srv/repo", "7X21", "1,2", "all", "a b", "", "x", "10.0.0.1"]
 # A lone "&" would start Fendix in the background, and the log's order with it.
 CHARS = [*" ,.:@%=+-_;|<>(){}$`\\*?[]~#\"'!\t\n", "&&"]
 WRAPS = ["{}", "({})", "{{ {}; }}", "if {}; then :; fi", "{} && :", "{} || :", "{} | cat >/dev/null",
-         "{} >/dev/null 2>&1", "{} # c", "x=$({})", "echo {} >/dev/null", "cat <<'EOT' >/dev/null\n{}\nEOT"]
+         "{} >/dev/null 2>&1", "{} # c", "x=$({})", 'echo {} >>"$FENDIX_LOG"', "cat <<'EOT' >>\"$FENDIX_LOG\"\n{}\nEOT"]
 
 
 def quote(r, word):
@@ -143,7 +143,7 @@ with tempfile.TemporaryDirectory() as tmp:
 
     write("real.sh", LEGACY, 0o741)
     os.symlink("real.sh", tmp + "/link.sh")
-    write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW)
+    write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
     for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
         expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
     expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
@@ -151,7 +151,7 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
-    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -F"
+    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
     write("tail.sh", tail)
     code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
     subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
@@ -179,6 +179,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l \"`x`\" $y", "left as it is: a backquote"),
             ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
             ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
+            ("echo ${y:-;tovak co }", "mentions tovak"),
             ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
             ("tovak co -l 'a", "left as it is: an unterminated quote")]:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"

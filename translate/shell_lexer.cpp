@@ -139,10 +139,11 @@ class Lexer {
   }
 
   void readEscape(Word& word) {
-    if (at(pos_ + 1) == '\n') {
+    const char next = at(pos_ + 1);
+    if (next == '\n') {
       noteUnknown(word, kContinuation);
-    } else if (pos_ + 1 < text_.size()) {
-      word.value += text_[pos_ + 1];
+    } else if (next != '\0') {  // the shells drop NUL bytes, and nothing follows the end
+      word.value += next;
     }
     word.quoted = true;
     pos_ = std::min(pos_ + 2, text_.size());
