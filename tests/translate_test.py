@@ -107,8 +107,10 @@ prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed),
 
 # The README's before and after.
 with open(ARGS.readme, encoding="utf-8") as readme:
-    blocks = re.findall(r"```sh\n(.*?)```", readme.read().split("## Moving scripts to Fendix")[1], re.S)
+    section = readme.read().split("## Moving scripts to Fendix")[1]
+blocks = re.findall(r"```sh\n(.*?)```", section, re.S)
 expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
+expect("README --help", "$ tovak-translate --help\n" + tool(["--help"])[1], re.findall(r"```text\n(.*?)```", section, re.S)[0])
 
 USAGE = "tovak-translate: {}\n"
 for arguments, wanted in [
@@ -126,7 +128,9 @@ for arguments, wanted in [
         (["--script", "--no-backup", "-"], (1, "", USAGE.format("--no-backup goes with --in-place"))),
         (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
         (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
-        (["--bogus"], (1, "", USAGE.format("unknown option --bogus")))]:
+        (["--bogus"], (1, "", USAGE.format("unknown option --bogus"))),
+        (["--script", "/none"], (1, "", USAGE.format("cannot read /none: No such file or directory") +
+                                 USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
     expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
 
 LEGACY = "#!/bin/sh\ntovak compare -F\n"
@@ -158,9 +162,8 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("--diff applied", (code, read("tail.sh"), re.findall("^@@.*", diff, re.M)),
            (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
     write("crlf.sh", "tovak co -F\r\n")
-    expect("CRLF", tool(["--script", "crlf.sh", "missing.sh"], cwd=tmp)[0::2],
-           (1, "tovak-translate: crlf.sh has CRLF line ends and is left unchanged\ntovak-translate: cannot read missing.sh: "
-               "No such file or directory\ntovak-translate: 1 files read, 0 invocations translated, 0 left, 0 refused\n"))
+    expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
+                                                        + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     os.mkdir(tmp + "/x y"), write("x y/tovak", "")
     lines, wanted = ["# tovak-translate: x"], ""
     translates = "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"
@@ -180,6 +183,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
             ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
             ("echo ${y:-;tovak co }", "mentions tovak"),
+            ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
             ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
             ("tovak co -l 'a", "left as it is: an unterminated quote")]:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
