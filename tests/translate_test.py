@@ -165,7 +165,7 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
                                                         + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     os.mkdir(tmp + "/x y"), write("x y/tovak", "")
-    lines, wanted = ["# tovak-translate: x"], ""
+    lines, wanted = ["tovak co -l '#'", "# tovak-translate: x"], "-:1: left as it is: the Fendix line would hand '#' to the shell as syntax\n"
     translates = "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"
     for line, reason in [
             *[(f"{wrapper} tovak co -F | cat", translates) for wrapper in ["sudo", "exec", "command", "nohup", "time", "env"]],
