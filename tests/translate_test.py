@@ -183,12 +183,14 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
             ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
             ("echo ${y:-;tovak co }", "mentions tovak"),
+            ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
             ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
             ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
             ("tovak co -l 'a", "left as it is: an unterminated quote")]:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
+    expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
