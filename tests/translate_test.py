@@ -154,6 +154,10 @@ with tempfile.TemporaryDirectory() as tmp:
                                 oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
+    write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
+    expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
+        f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
+        USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused")))
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
     tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
     write("tail.sh", tail)
@@ -174,7 +178,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("'/n\r\t\x01/tovak' co", "left as it is: cannot resolve /n\\r\\t\\x01/tovak: No such file or directory"),
             ("tovak co --fendix x", "refused by the library: The command parameters are not vaild!\\nIf the parameter starts with --, the next parameter should start with - or --."),
             (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
-            ("tovak co -F <<E\nE", "left as it is: a here-document on the invocation"),
+            ("tovak co -F 9<<E\n'\nE", "left as it is: a here-document on the invocation"),
             ("tovak co \\\n -F", "left as it is: a line continuation"),
             ("tovak co -l a? -l ~ -l a{b,c}", "left as it is: an unquoted glob character"),
             ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"),
@@ -183,6 +187,8 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
             ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
             ("echo ${y:-;tovak co }", "mentions tovak"),
+            ("echo ${y:-$(echo };tovak co)}", "mentions tovak"),
+            ('tovak co -l "\\$\\a"', "left as it is: the Fendix line would hand '$' to the shell as syntax"),
             ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
             ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
             ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
@@ -190,6 +196,7 @@ with tempfile.TemporaryDirectory() as tmp:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
+    expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")

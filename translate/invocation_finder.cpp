@@ -15,9 +15,13 @@ bool isKeyword(const Word& word) {
   return isOneOf(word, {"!", "if", "then", "else", "elif", "do", "while", "until", "{"});
 }
 
-// Wrappers that run their first argument as a command when given no options of their own.
+// Wrappers that run their first argument as a command when given no options of their own;
+// unlike keywords they are commands, so quoting them changes nothing.
 bool isWrapper(const Word& word) {
-  return isOneOf(word, {"sudo", "env", "exec", "command", "nice", "nohup", "time"});
+  for (const char* name : {"sudo", "env", "exec", "command", "nice", "nohup", "time"}) {
+    if (word.value == name) return true;
+  }
+  return false;
 }
 
 bool isAssignment(std::string_view text, const Word& word) {
