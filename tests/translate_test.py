@@ -6,6 +6,7 @@
 #
 # usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
 import argparse, concurrent.futures, os, random, re, shutil, subprocess, sys, tempfile
+from pathlib import Path
 
 parser = argparse.ArgumentParser()
 parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
@@ -35,13 +36,10 @@ def run_log(shell, text, tmp):
     for name, target in [("tovak", BIN), ("Fendix", BIN), ("cat", "/bin"), ("env", "/usr/bin"), ("nice", "/usr/bin")]:
         os.symlink(f"{target}/{name}", f"{home}/path/{name}")
     env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log"}
-    with open(home + "/script", "w") as script:
-        script.write(text)
+    Path(home, "script").write_text(text)
     done = subprocess.run([shutil.which(shell), "script"], cwd=home, env=env, stdin=subprocess.DEVNULL,
                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=600)
-    with open(home + "/log", "ab+") as log:
-        log.seek(0)
-        return log.read().replace(home.encode(), b"~") + f"exit {done.returncode}\n".encode()
+    return Path(home, "log").read_bytes().replace(home.encode(), b"~") + f"exit {done.returncode}\n".encode()
 
 
 def prove(label, text, minimum):
@@ -86,8 +84,7 @@ def quote(r, word):
 def generate(r, count):
     lines = []
     for _ in range(count):
-        command = r.choice(list(OPTIONS))
-        words = [command]
+        words = [command := r.choice(list(OPTIONS))]
         for _ in range(r.randrange(5)):
             option, value = r.choice(OPTIONS[command]), r.choice(VALUES)
             if r.random() < .15:  # a byte the shell may read as syntax once joined
@@ -101,13 +98,11 @@ def generate(r, count):
     return "".join(lines)
 
 
-with open(ARGS.script, encoding="utf-8") as script:
-    prove("hand-written script", script.read(), 25)
+prove("hand-written script", Path(ARGS.script).read_text(), 25)
 prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed), ARGS.count), ARGS.count // 5)
 
 # The README's before and after.
-with open(ARGS.readme, encoding="utf-8") as readme:
-    section = readme.read().split("## Moving scripts to Fendix")[1]
+section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
 blocks = re.findall(r"```sh\n(.*?)```", section, re.S)
 expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
 expect("README --help", "$ tovak-translate --help\n" + tool(["--help"])[1], re.findall(r"```text\n(.*?)```", section, re.S)[0])
@@ -137,13 +132,10 @@ LEGACY = "#!/bin/sh\ntovak compare -F\n"
 NEW = "#!/bin/sh\nFendix update compare --type fw --output /var/log/Zantor_Support/\n"
 with tempfile.TemporaryDirectory() as tmp:
     def write(name, text, mode=0o644):
-        with open(f"{tmp}/{name}", "w", newline="") as f:
-            f.write(text)
+        Path(tmp, name).write_bytes(text.encode())
         os.chmod(f"{tmp}/{name}", mode)
 
-    def read(name):
-        with open(f"{tmp}/{name}", newline="") as f:
-            return f.read()
+    read = lambda name: Path(tmp, name).read_bytes().decode()  # noqa: E731
 
     write("real.sh", LEGACY, 0o741)
     os.symlink("real.sh", tmp + "/link.sh")
