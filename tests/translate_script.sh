@@ -14,6 +14,7 @@ if tovak update -s x -u; then echo yes >/dev/null; else s; fi; s
 { tovak compare -l "a;b"; s; } 2>/dev/null
 (tovak compare -l 'x|y' 2>/dev/null); s
 tovak compare -l '#x' ; tovak compare -l 'a&&b'; s
+y=1; tovak compare -l 'a $y' -F; tovak co -l '`echo 2`$y'; s
 tovak compare -l 'a"b' -F; s
 tovak compare -l 'a$b' -l2 -F 2>/dev/null; s
 tovak compare -l a\ b -m \$x; s

@@ -179,6 +179,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
             ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
             ("echo ${y:-;tovak co }", "mentions tovak"),
+            ("echo $;tovak co -F", translates),
             ("echo ${y:-$(echo };tovak co)}", "mentions tovak"),
             ('tovak co -l "\\$\\a"', "left as it is: the Fendix line would hand '$' to the shell as syntax"),
             ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
