@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build into a temporary prefix and uses it the way an adopter would: the
-# example through find_package, a one-file program through pkg-config, and the installed
+# installed tovak-translate, a one-file program through pkg-config, and the installed
 # launcher with a stand-in Fendix copied beside it for the occasion.
 #
 # usage: install_check.sh [BUILD [PREFIX]]
@@ -31,11 +31,8 @@ readelf -d "$library" | grep -q 'Library runpath: \[\$ORIGIN:\$ORIGIN/\.\./\.\.\
 echo "soname libtovak.so, RUNPATH \$ORIGIN:\$ORIGIN/../.."
 
 line=(compare -F -l /srv/repo -L -m 7X21)
-cmake -S examples/translate -B "$work/translate" -Dtovak_DIR="$(dirname "$library")/cmake/tovak" \
-  >/dev/null
-cmake --build "$work/translate" >/dev/null
-translated=$("$work/translate/tovak-translate" "${line[@]}" 2>/dev/null)
-launched=$("$build/bin/tovak" "${line[@]}" | sed -n 's|^.*/\./Fendix ||p')
+translated=$("$prefix/bin/tovak-translate" "${line[@]}" 2>/dev/null)
+launched=$("$build/bin/tovak" "${line[@]}" | sed -n 's|^.*/\./Fendix |Fendix |p')
 echo "tovak-translate: $translated"
 [ "$translated" = "$launched" ] || { echo "build/bin/tovak ran: $launched"; exit 1; }
 

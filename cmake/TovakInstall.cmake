@@ -1,5 +1,6 @@
-# Install rules: the library, its public headers, the launcher, a CMake package and a
-# pkg-config file. The stand-in Fendix has no rule: installed, it would shadow the real tool.
+# Install rules: the library, its public headers, the launcher, tovak-translate, a CMake
+# package and a pkg-config file. The stand-in Fendix has no rule: installed, it would shadow
+# the real tool.
 include(CMakePackageConfigHelpers)
 
 set(TOVAK_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/tovak")
@@ -10,6 +11,7 @@ install(TARGETS tovak EXPORT tovakTargets
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/tovak"
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
         FILES_MATCHING PATTERN "*.h")
+install(TARGETS tovak_translate RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 if(TOVAK_BUILD_LAUNCHER)
   install(TARGETS tovak_launcher RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
@@ -33,15 +35,12 @@ file(RELATIVE_PATH TOVAK_PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTAL
 configure_file("${CMAKE_CURRENT_LIST_DIR}/tovak.pc.in" "${PROJECT_BINARY_DIR}/tovak.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/tovak.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
-# Manual pages and bash completion; the translator's only when it is built.
+# Manual pages and bash completion.
 install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 set(TOVAK_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
 install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
         RENAME tovak)
-if(TARGET tovak_translate)
-  install(TARGETS tovak_translate RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak-translate.1.gz"
-          DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
-          RENAME tovak-translate)
-endif()
+install(FILES "${PROJECT_BINARY_DIR}/doc/tovak-translate.1.gz"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
+        RENAME tovak-translate)

@@ -34,7 +34,7 @@ import tempfile
 import time
 from pathlib import Path
 
-SOURCE_DIRS = ["src", "launcher", "doc"]
+SOURCE_DIRS = ["src", "launcher", "translate", "doc"]
 SOURCE_SUFFIXES = {".cpp", ".h"}
 CMAKE_ARGS = ["-DCMAKE_BUILD_TYPE=Debug", "-DTOVAK_SANITIZE=address,undefined",
               "-DTOVAK_BUILD_BENCHMARKS=OFF"]

@@ -1,0 +1,196 @@
+#!/usr/bin/env python3
+# tovak-translate against the launcher: a hand-written script and a generated one are each
+# run whole under dash and bash as written (through build/bin/tovak) and as rewritten; the
+# stand-in Fendix logs every argument list and the scripts every status, and the logs must be
+# identical. Then the README's example, line mode and the file options.
+#
+# usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
+import argparse, concurrent.futures, os, random, re, shutil, subprocess, sys, tempfile
+from pathlib import Path
+
+parser = argparse.ArgumentParser()
+parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
+parser.add_argument("--seed", type=int, default=1), parser.add_argument("--count", type=int, default=500)
+ARGS = parser.parse_args()
+BIN = os.path.realpath(ARGS.bin)
+TOOL = os.path.join(BIN, "tovak-translate")
+PRELUDE = 's() { echo "status $?" >>"$FENDIX_LOG"; }\n'
+failures = []
+
+
+def tool(arguments, stdin="", cwd=None):
+    done = subprocess.run([TOOL, *arguments], input=stdin.encode(), capture_output=True, cwd=cwd)
+    return done.returncode, done.stdout.decode(errors="replace"), done.stderr.decode(errors="replace")
+
+
+def expect(label, actual, wanted):
+    if actual != wanted:
+        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
+
+
+# The log of one whole run, in a fresh directory where only the programs the scripts name
+# are found, so that values the launcher hands the shell as syntax touch nothing else.
+def run_log(shell, text, tmp):
+    home = tempfile.mkdtemp(dir=tmp)
+    os.mkdir(home + "/path")
+    for name, target in [("tovak", BIN), ("Fendix", BIN), ("cat", "/bin"), ("env", "/usr/bin"), ("nice", "/usr/bin")]:
+        os.symlink(f"{target}/{name}", f"{home}/path/{name}")
+    env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log"}
+    Path(home, "script").write_text(text)
+    done = subprocess.run([shutil.which(shell), "script"], cwd=home, env=env, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=600)
+    return Path(home, "log").read_bytes().replace(home.encode(), b"~") + f"exit {done.returncode}\n".encode()
+
+
+def prove(label, text, minimum):
+    with tempfile.TemporaryDirectory() as tmp:
+        os.mkdir(tmp + "/link")
+        os.symlink(BIN + "/tovak", tmp + "/link/tovak")
+        text = PRELUDE + text.replace("@BIN@", BIN).replace("@LINK@", tmp + "/link")
+        code, rewritten, summary = tool(["--script", "-"], text)
+        counts = re.search(r"(\d+) invocations translated, (\d+) left, (\d+) refused", summary)
+        if counts is None or int(counts[1]) < minimum:
+            return failures.append(f"{label}: too few rewritten ({summary.strip()})")
+        expect(f"{label}: rewritten again", tool(["--script", "-"], rewritten)[1], rewritten)
+        with concurrent.futures.ThreadPoolExecutor(4) as pool:
+            runs = {(shell, t): pool.submit(run_log, shell, t, tmp) for shell in ["dash", "bash"] for t in [text, rewritten]}
+        for shell in ["dash", "bash"]:
+            expect(f"{label} under {shell}", runs[shell, rewritten].result(), runs[shell, text].result())
+        print(f"{label}: {counts[1]} invocations rewritten, {counts[2]} left, {counts[3]} refused")
+
+
+COMPARE = "-F -D -L -s -u --xml --noinventory -l -f -o -e -i -m --host= --update-args= --vmware-esxi=".split()
+ACQUIRE = "-L -r --xml --meta-only --ignore-req --no-proxy -u -l -i -m -o --proxy-address= --proxy-user= --proxy-port=".split()
+OPTIONS = {"compare": COMPARE, "up": COMPARE, "ac": ACQUIRE, "qk": "-s --vq-address= --vq-user= --vq-password=".split()}
+VALUED = "-l -f -o -e -i -m".split()
+VALUES = ["/srv/repo", "7X21", "1,2", "all", "a b", "", "x", "10.0.0.1"]
+# A lone "&" would start Fendix in the background, and the log's order with it.
+CHARS = [*" ,.:@%=+-_;|<>(){}$`\\*?[]~#\"'!\t\n", "&&"]
+WRAPS = ["{}", "({})", "{{ {}; }}", "if {}; then :; fi", "{} && :", "{} || :", "{} | cat >/dev/null",
+         "{} >/dev/null 2>&1", "{} # c", "x=$({})", 'echo {} >>"$FENDIX_LOG"', "cat <<'EOT' >>\"$FENDIX_LOG\"\n{}\nEOT"]
+
+
+def quote(r, word):
+    way = r.randrange(4)
+    if way == 0 and "'" not in word:
+        return f"'{word}'"
+    if way == 1:
+        return '"' + re.sub(r'([$`"\\])', r"\\\1", word) + '"'
+    if way == 2 or not re.fullmatch(r"[\w,.:@%=+/-]+", word):
+        return "".join(c if c.isalnum() else "'\n'" if c == "\n" else "\\" + c for c in word)
+    return word
+
+
+def generate(r, count):
+    lines = []
+    for _ in range(count):
+        words = [command := r.choice(list(OPTIONS))]
+        for _ in range(r.randrange(5)):
+            option, value = r.choice(OPTIONS[command]), r.choice(VALUES)
+            if r.random() < .15:  # a byte the shell may read as syntax once joined
+                at = r.randint(0, len(value))
+                value = value[:at] + r.choice(CHARS) + value[at:]
+            words += [option + value] if option.endswith("=") else [option, value] if option in VALUED else [option]
+        line = " ".join(quote(r, w) for w in words) + r.choice(["", "", "", "", "", "", "", "", "", ' "$HOME"', " *"])
+        launcher = r.choice(["tovak", "tovak", "@BIN@/tovak", "@LINK@/tovak", "'tovak'"])
+        prefix = r.choice(["", "", "env ", "command ", "nice ", "! ", "A=1 "])
+        lines.append(r.choice(WRAPS).format(f"{prefix}{launcher} {line}") + "\ns\n")
+    return "".join(lines)
+
+
+prove("hand-written script", Path(ARGS.script).read_text(), 25)
+prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed), ARGS.count), ARGS.count // 5)
+
+# The README's before and after.
+section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
+blocks = re.findall(r"```sh\n(.*?)```", section, re.S)
+expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
+expect("README --help", "$ tovak-translate --help\n" + tool(["--help"])[1], re.findall(r"```text\n(.*?)```", section, re.S)[0])
+
+USAGE = "tovak-translate: {}\n"
+for arguments, wanted in [
+        (["compare", "-F", "-L"], (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
+        (["--fendix", "/o/F", "qk", "-s"], (0, "/o/F update scan --output /var/log/Zantor_Support/\n", "")),
+        (["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n")),
+        (["co", "--fendix", "x"], (1, "", "The command parameters are not vaild!\nIf the parameter starts with --, the next parameter should start with - or --.\n")),
+        (["--script", "--fendix=/o/F", "-"], (0, "/o/F update compare --type fw --output /var/log/Zantor_Support/\n",
+                                              USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))),
+        (["--", "co", "-F"], (0, "Fendix update compare --type fw --output /var/log/Zantor_Support/\n", "")),
+        (["--version"], (0, "tovak-translate 1.0.0\n", "")),
+        (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script"))),
+        (["--script", "--diff", "--check", "-"], (1, "", USAGE.format("choose one of --diff, --in-place and --check"))),
+        (["--script", "--in-place", "-"], (1, "", USAGE.format("standard input cannot be rewritten in place"))),
+        (["--script", "--no-backup", "-"], (1, "", USAGE.format("--no-backup goes with --in-place"))),
+        (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
+        (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
+        (["--bogus"], (1, "", USAGE.format("unknown option --bogus"))),
+        (["--script", "/none"], (1, "", USAGE.format("cannot read /none: No such file or directory") +
+                                 USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
+    expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
+
+LEGACY = "#!/bin/sh\ntovak compare -F\n"
+NEW = "#!/bin/sh\nFendix update compare --type fw --output /var/log/Zantor_Support/\n"
+with tempfile.TemporaryDirectory() as tmp:
+    def write(name, text, mode=0o644):
+        Path(tmp, name).write_bytes(text.encode())
+        os.chmod(f"{tmp}/{name}", mode)
+
+    read = lambda name: Path(tmp, name).read_bytes().decode()  # noqa: E731
+
+    write("real.sh", LEGACY, 0o741)
+    os.symlink("real.sh", tmp + "/link.sh")
+    write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
+    for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
+        expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
+    expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
+                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
+    expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
+    expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
+    write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
+    expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
+        f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
+        USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused")))
+    # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
+    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
+    write("tail.sh", tail)
+    code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
+    subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
+    expect("--diff applied", (code, read("tail.sh"), re.findall("^@@.*", diff, re.M)),
+           (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
+    write("crlf.sh", "tovak co -F\r\n")
+    expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
+                                                        + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    os.mkdir(tmp + "/x y"), write("x y/tovak", "")
+    lines, wanted = ["tovak co -l '#'", "# tovak-translate: x"], "-:1: left as it is: the Fendix line would hand '#' to the shell as syntax\n"
+    translates = "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"
+    for line, reason in [
+            *[(f"{wrapper} tovak co -F | cat", translates) for wrapper in ["sudo", "exec", "command", "nohup", "time", "env"]],
+            ("echo '/x/tovak' # tovak", "mentions tovak"),
+            ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
+            ("'/n\r\t\x01/tovak' co", "left as it is: cannot resolve /n\\r\\t\\x01/tovak: No such file or directory"),
+            ("tovak co --fendix x", "refused by the library: The command parameters are not vaild!\\nIf the parameter starts with --, the next parameter should start with - or --."),
+            (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
+            ("tovak co -F 9<<E\n'\nE", "left as it is: a here-document on the invocation"),
+            ("tovak co \\\n -F", "left as it is: a line continuation"),
+            ("tovak co -l a? -l ~ -l a{b,c}", "left as it is: an unquoted glob character"),
+            ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"),
+            ("tovak co -l a{b,c}", "left as it is: an unquoted brace"),
+            ("tovak co -l \"`x`\" $y", "left as it is: a backquote"),
+            ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
+            ("echo \"$(tovak co)\"", "left as it is: inside a command substitution"),
+            ("echo ${y:-;tovak co }", "mentions tovak"),
+            ("echo $;tovak co -F", translates),
+            ("echo ${y:-$(echo };tovak co)}", "mentions tovak"),
+            ('tovak co -l "\\$\\a"', "left as it is: the Fendix line would hand '$' to the shell as syntax"),
+            ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
+            ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
+            ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
+            ("tovak co -l 'a", "left as it is: an unterminated quote")]:
+        wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
+        lines.append(line)
+    expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
+    expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
+    expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
+
+print("\n".join(failures) or "all passed")
+sys.exit(1 if failures else 0)

@@ -1,0 +1,58 @@
+// tovak-translate: prints the Fendix line for a legacy tovak line, or rewrites whole scripts
+// into Fendix lines, with the library's own translation. It runs nothing.
+#include <cstdio>
+#include <string>
+
+#include "library_call.h"
+#include "options.h"
+#include "script_mode.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: tovak-translate [--fendix NAME] LEGACY-LINE...\n"
+    "       tovak-translate --script [--diff | --in-place [--no-backup] | --check]\n"
+    "                       [--fendix NAME] FILE...\n"
+    "\n"
+    "Prints the Fendix command line the legacy line would run; the library's own\n"
+    "lines go to standard error. Exit 0 when translated, 1 when refused.\n"
+    "\n"
+    "With --script, writes each FILE (- for standard input) with every invocation of\n"
+    "tovak that can be translated safely replaced by its Fendix line; any other stays\n"
+    "as it is under a comment saying why.\n"
+    "  --diff        print a unified diff for patch -p0 instead\n"
+    "  --in-place    rewrite the files that change, keeping FILE.orig\n"
+    "  --no-backup   with --in-place, keep no FILE.orig\n"
+    "  --check       change nothing; list each invocation and mention of tovak\n"
+    "  --fendix NAME the Fendix every rewritten line names (default: the one beside\n"
+    "                the tovak it replaces, or Fendix through PATH for a bare tovak)\n"
+    "Exit 0 when every invocation was translated, 2 when one was left or refused,\n"
+    "1 when a file could not be read or written.\n";
+
+int translateLine(const translate::Options& options) {
+  const translate::LibraryAnswer answer = translate::askLibrary(options.operands);
+  std::fwrite(answer.messages.data(), 1, answer.messages.size(), stderr);
+  if (!answer.accepted) return 1;
+  const std::string fendix = options.fendix.empty() ? "Fendix" : options.fendix;
+  std::printf("%s %s\n", fendix.c_str(), answer.commandLine.c_str());
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const translate::Options options = translate::parseOptions(argc, argv);
+  if (options.help || argc == 1) {
+    std::fputs(kUsage, options.help ? stdout : stderr);
+    return options.help ? 0 : 1;
+  }
+  if (options.version) {
+    std::printf("tovak-translate %s\n", TOVAK_VERSION);
+    return 0;
+  }
+  if (!options.error.empty()) {
+    std::fprintf(stderr, "tovak-translate: %s\n", options.error.c_str());
+    return 1;
+  }
+  return options.script ? translate::runScripts(options) : translateLine(options);
+}

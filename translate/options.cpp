@@ -1,0 +1,79 @@
+#include "options.h"
+
+#include <string_view>
+
+#include "own_directory.h"
+
+namespace translate {
+namespace {
+
+// Sets what one option asks for; false when it is not an option of ours.
+bool apply(std::string_view option, Options& options, Output& chosen, int& outputs) {
+  const auto output = [&](Output which) {
+    chosen = which;
+    ++outputs;
+    return true;
+  };
+  if (option == "--script") return options.script = true;
+  if (option == "--diff") return output(Output::kDiff);
+  if (option == "--in-place") return output(Output::kInPlace);
+  if (option == "--check") return output(Output::kCheck);
+  if (option == "--no-backup") {
+    options.backup = false;
+    return true;
+  }
+  if (option == "--help") return options.help = true;
+  if (option == "--version") return options.version = true;
+  return false;
+}
+
+std::string whatIsWrong(const Options& options, int outputs) {
+  if (outputs > 1) return "choose one of --diff, --in-place and --check";
+  if (!options.script && (outputs > 0 || !options.backup)) {
+    return "--diff, --in-place, --check and --no-backup go with --script";
+  }
+  if (!options.backup && options.output != Output::kInPlace)
+    return "--no-backup goes with --in-place";
+  if (options.output == Output::kInPlace) {
+    for (const std::string& file : options.operands) {
+      if (file == "-") return "standard input cannot be rewritten in place";
+    }
+  }
+  if (launcher::firstShellSyntaxByte(options.fendix)) {
+    return "--fendix " + options.fendix + " holds a byte the shell would read as syntax";
+  }
+  if (options.script && options.operands.empty())
+    return "--script needs a file, or - for standard input";
+  return "";
+}
+
+}  // namespace
+
+Options parseOptions(int argc, char** argv) {
+  Options options;
+  Output chosen = Output::kScripts;
+  int outputs = 0;
+  bool optionsEnded = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    // The legacy line's own options are not ours.
+    optionsEnded = optionsEnded || (!options.script && !options.operands.empty());
+    if (optionsEnded || word.substr(0, 2) != "--") {
+      options.operands.emplace_back(word);
+    } else if (word == "--") {
+      optionsEnded = true;
+    } else if (word == "--fendix" && i + 1 < argc) {
+      options.fendix = argv[++i];
+    } else if (word.substr(0, 9) == "--fendix=") {
+      options.fendix = std::string(word.substr(9));
+    } else if (!apply(word, options, chosen, outputs)) {
+      options.error = "unknown option " + std::string(word);
+      return options;
+    }
+  }
+  options.output = chosen;
+  options.error = whatIsWrong(options, outputs);
+  return options;
+}
+
+}  // namespace translate

@@ -1,0 +1,28 @@
+// The command line of tovak-translate. In line mode the options come first and everything
+// from the first other word on is the legacy line, so that its own options reach the library.
+#ifndef TOVAK_TRANSLATE_OPTIONS_H
+#define TOVAK_TRANSLATE_OPTIONS_H
+
+#include <string>
+#include <vector>
+
+namespace translate {
+
+enum class Output { kScripts, kDiff, kInPlace, kCheck };
+
+struct Options {
+  bool script = false;
+  Output output = Output::kScripts;
+  bool backup = true;
+  bool help = false;
+  bool version = false;
+  std::string fendix;                 // empty: named after each invocation's launcher
+  std::vector<std::string> operands;  // the legacy words, or the script files
+  std::string error;                  // not empty when the command line makes no sense
+};
+
+Options parseOptions(int argc, char** argv);
+
+}  // namespace translate
+
+#endif  // TOVAK_TRANSLATE_OPTIONS_H

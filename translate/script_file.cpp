@@ -1,0 +1,97 @@
+#include "script_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+namespace translate {
+namespace {
+
+bool fail(std::string& error, const std::string& what) {
+  error = what + ": " + std::strerror(errno);
+  return false;
+}
+
+bool writeAll(int fd, const std::string& text) {
+  for (std::size_t done = 0; done < text.size();) {
+    const ssize_t n = write(fd, text.data() + done, text.size() - done);
+    if (n < 0 && errno != EINTR) return false;
+    if (n > 0) done += static_cast<std::size_t>(n);
+  }
+  return true;
+}
+
+// A temporary file in the target's own directory, so that the rename cannot cross devices.
+bool writeTemporary(const std::string& target, const std::string& text, mode_t mode,
+                    std::string& temporary, std::string& error) {
+  const std::size_t slash = target.rfind('/');
+  std::string name = target.substr(0, slash + 1) + "." + target.substr(slash + 1) + ".XXXXXX";
+  std::vector<char> pattern(name.begin(), name.end());
+  pattern.push_back('\0');
+  const int fd = mkstemp(pattern.data());
+  if (fd < 0) return fail(error, "cannot create a temporary file beside " + target);
+  temporary = pattern.data();
+  const bool written = writeAll(fd, text) && fchmod(fd, mode) == 0 && fsync(fd) == 0;
+  if (close(fd) != 0 || !written) {
+    fail(error, "cannot write " + temporary);
+    unlink(temporary.c_str());
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool readScript(const std::string& path, std::string& text, std::string& error) {
+  const int fd = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return fail(error, "cannot read " + path);
+  char buffer[65536];
+  ssize_t n;
+  while ((n = read(fd, buffer, sizeof buffer)) != 0) {
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) {
+      const int savedErrno = errno;
+      if (fd != STDIN_FILENO) close(fd);
+      errno = savedErrno;
+      return fail(error, "cannot read " + path);
+    }
+    text.append(buffer, static_cast<std::size_t>(n));
+  }
+  if (fd != STDIN_FILENO) close(fd);
+  return true;
+}
+
+bool replaceScript(const std::string& path, const std::string& text, bool backup,
+                   std::string& error) {
+  char resolved[PATH_MAX];
+  struct stat status {};
+  if (realpath(path.c_str(), resolved) == nullptr || stat(resolved, &status) != 0) {
+    return fail(error, "cannot resolve " + path);
+  }
+  const std::string target = resolved;
+  const std::string backupName = target + ".orig";
+  if (backup && access(backupName.c_str(), F_OK) == 0) {
+    error = backupName + " exists already; " + path + " is left unchanged";
+    return false;
+  }
+  std::string temporary;
+  if (!writeTemporary(target, text, status.st_mode & 07777, temporary, error)) return false;
+  // A second name for the old file is its backup: nothing is copied, and the link fails
+  // rather than overwrite a backup that appeared meanwhile.
+  if ((backup && link(target.c_str(), backupName.c_str()) != 0) ||
+      rename(temporary.c_str(), target.c_str()) != 0) {
+    fail(error, "cannot replace " + path);
+    unlink(temporary.c_str());
+    return false;
+  }
+  return true;
+}
+
+}  // namespace translate

@@ -1,0 +1,37 @@
+// Rewrites one script: every invocation of the launcher that can be translated safely
+// becomes the Fendix line, every other one stays as written under a comment saying why.
+#ifndef TOVAK_TRANSLATE_SCRIPT_REWRITER_H
+#define TOVAK_TRANSLATE_SCRIPT_REWRITER_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace translate {
+
+// What --check lists: a line number from 1 and what is on that line.
+struct Finding {
+  std::size_t line = 0;
+  std::string reason;
+};
+
+struct Rewrite {
+  std::vector<std::string> lines;                // the script's lines, without line ends
+  std::vector<std::vector<std::string>> result;  // what each of them became
+  bool finalLineEnd = true;                      // the last line ended with a line end
+  int translated = 0;
+  int left = 0;
+  int refused = 0;
+  std::vector<Finding> findings;  // invocations still in legacy syntax, other mentions
+
+  bool changed() const;
+  std::string text() const;  // the rewritten script
+};
+
+// fendix, when not empty, names the Fendix of every rewritten line.
+Rewrite rewriteScript(std::string_view text, const std::string& fendix);
+
+}  // namespace translate
+
+#endif  // TOVAK_TRANSLATE_SCRIPT_REWRITER_H

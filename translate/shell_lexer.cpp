@@ -1,0 +1,271 @@
+#include "shell_lexer.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+
+namespace translate {
+namespace {
+
+constexpr const char* kExpansion = "a $ expansion";
+constexpr const char* kBackquote = "a backquote";
+constexpr const char* kContinuation = "a line continuation";
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool endsWord(char c) { return c == '\n' || isBlank(c) || std::strchr(";&|()<>", c) != nullptr; }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+void noteUnknown(Word& word, const char* reason) {
+  if (word.unknownBecause.empty()) word.unknownBecause = reason;
+}
+
+struct HereDocument {
+  std::string delimiter;
+  bool stripTabs = false;
+  bool expands = false;
+};
+
+class Lexer {
+ public:
+  explicit Lexer(std::string_view text) : text_(text) {}
+
+  LexedScript run() {
+    script_.lineStarts.push_back(0);
+    bool continued = false;
+    while (pos_ < text_.size()) {
+      const char c = text_[pos_];
+      if (isBlank(c)) {
+        ++pos_;
+      } else if (c == '\\' && at(pos_ + 1) == '\n') {
+        continued = true;
+        pos_ += 2;
+      } else if (c == '#') {
+        pos_ = lineEnd(pos_);
+      } else {
+        Token token = c == '\n' ? readNewline() : readToken();
+        token.continued = continued;
+        continued = false;
+        script_.tokens.push_back(std::move(token));
+      }
+    }
+    return std::move(script_);
+  }
+
+ private:
+  char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
+  std::size_t lineEnd(std::size_t from) const {
+    const std::size_t end = text_.find('\n', from);
+    return end == std::string_view::npos ? text_.size() : end;
+  }
+
+  Token readNewline() {
+    Token token{TokenKind::kNewline, pos_, pos_ + 1, "\n", {}, false};
+    ++pos_;
+    readHereDocuments();
+    script_.lineStarts.push_back(pos_);
+    return token;
+  }
+
+  Token readToken() {
+    const std::size_t begin = pos_;
+    std::size_t digits = pos_;
+    while (isDigit(at(digits))) ++digits;
+    const char c = at(digits);
+    if (c == '<' || c == '>' || (digits == pos_ && c == '&' && at(pos_ + 1) == '>')) {
+      pos_ = digits;
+      return readRedirection(begin);
+    }
+    for (const char* op : {"&&", "||", ";;", ";", "&", "|", "(", ")"}) {
+      if (text_.substr(pos_, std::strlen(op)) == op) {
+        pos_ += std::strlen(op);
+        return Token{TokenKind::kOperator, begin, pos_, op, {}, false};
+      }
+    }
+    Token token{TokenKind::kWord, begin, 0, "", readWord(), false};
+    token.end = pos_;
+    return token;
+  }
+
+  Token readRedirection(std::size_t begin) {
+    for (const char* op :
+         {"<<<", "<<-", "<<", "<>", "<&", "<", ">>", ">&", ">|", ">", "&>>", "&>"}) {
+      if (text_.substr(pos_, std::strlen(op)) == op) {
+        pos_ += std::strlen(op);
+        break;
+      }
+    }
+    Token token{TokenKind::kRedirection,
+                begin,
+                0,
+                std::string(text_.substr(begin, pos_ - begin)),
+                {},
+                false};
+    while (isBlank(at(pos_))) ++pos_;
+    token.word = readWord();
+    token.end = pos_;
+    const std::string op = token.op.substr(token.op.find_first_not_of("0123456789"));
+    if (op == "<<" || op == "<<-") {
+      pending_.push_back({token.word.value, op == "<<-", !token.word.quoted});
+    }
+    return token;
+  }
+
+  Word readWord() {
+    Word word;
+    word.begin = pos_;
+    bool brace = false;
+    while (pos_ < text_.size() && !endsWord(text_[pos_])) {
+      const char c = text_[pos_];
+      if (c == '\\') {
+        readEscape(word);
+      } else if (c == '\'') {
+        readSingleQuoted(word);
+      } else if (c == '"') {
+        readDoubleQuoted(word);
+      } else if (c == '$' || c == '`') {
+        readExpansion(word);
+      } else {
+        if (std::strchr("*?[", c) != nullptr) noteUnknown(word, "an unquoted glob character");
+        if (c == '~') noteUnknown(word, "an unquoted ~");
+        brace = brace || c == '{' || c == '}';
+        word.value += c;
+        ++pos_;
+      }
+    }
+    word.end = pos_;
+    // A lone brace is the group keyword; inside a word bash may expand it.
+    if (brace && word.end - word.begin > 1) noteUnknown(word, "an unquoted brace");
+    return word;
+  }
+
+  void readEscape(Word& word) {
+    const char next = at(pos_ + 1);
+    if (next == '\n') {
+      noteUnknown(word, kContinuation);
+    } else if (next != '\0') {  // the shells drop NUL bytes, and nothing follows the end
+      word.value += next;
+    }
+    word.quoted = true;
+    pos_ = std::min(pos_ + 2, text_.size());
+  }
+
+  void readSingleQuoted(Word& word) {
+    word.quoted = true;
+    const std::size_t close = text_.find('\'', pos_ + 1);
+    const std::size_t end = close == std::string_view::npos ? text_.size() : close;
+    if (close == std::string_view::npos) noteUnknown(word, "an unterminated quote");
+    word.value += text_.substr(pos_ + 1, end - pos_ - 1);
+    pos_ = std::min(end + 1, text_.size());
+  }
+
+  void readDoubleQuoted(Word& word) {
+    word.quoted = true;
+    ++pos_;
+    while (pos_ < text_.size() && text_[pos_] != '"') {
+      const char c = text_[pos_];
+      if (c == '\\' && at(pos_ + 1) != '\0' && std::strchr("$`\"\\\n", at(pos_ + 1)) != nullptr) {
+        readEscape(word);
+      } else if (c == '$' || c == '`') {
+        readExpansion(word);
+      } else {
+        word.value += c;
+        ++pos_;
+      }
+    }
+    if (pos_ >= text_.size()) noteUnknown(word, "an unterminated quote");
+    pos_ = std::min(pos_ + 1, text_.size());
+  }
+
+  void readExpansion(Word& word) {
+    const std::size_t begin = pos_;
+    pos_ = skipExpansion(begin, &word.substitutions);
+    noteUnknown(word, text_[begin] == '`' ? kBackquote : kExpansion);
+  }
+
+  // From a "$" or a backquote to just past the expansion; a command substitution's inside
+  // is recorded when substitutions is given.
+  std::size_t skipExpansion(std::size_t start, std::vector<Span>* substitutions) const {
+    if (text_[start] == '`') {
+      std::size_t i = start + 1;
+      while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
+      if (substitutions != nullptr)
+        substitutions->push_back({start + 1, std::min(i, text_.size())});
+      return std::min(i + 1, text_.size());
+    }
+    const char next = at(start + 1);
+    if (next == '(') {
+      const std::size_t end = skipBracketed(start + 1, '(', ')');
+      if (at(start + 2) != '(' && substitutions != nullptr) {
+        substitutions->push_back({start + 2, end > start + 2 ? end - 1 : end});
+      }
+      return end;
+    }
+    if (next == '{') return skipBracketed(start + 1, '{', '}');
+    std::size_t i = start + 1;
+    if (next != '\0' && std::strchr("@*#?-$!0123456789", next) != nullptr) return i + 1;
+    while (isalnum(static_cast<unsigned char>(at(i))) || at(i) == '_') ++i;
+    return i;
+  }
+
+  // From an opening bracket to just past its match, over quotes and nested expansions.
+  std::size_t skipBracketed(std::size_t open, char opening, char closing) const {
+    int depth = 0;
+    std::size_t i = open;
+    while (i < text_.size()) {
+      const char c = text_[i];
+      if (c == opening) {
+        ++depth;
+      } else if (c == closing && --depth == 0) {
+        return i + 1;
+      } else if (c == '\\') {
+        ++i;
+      } else if (c == '\'') {
+        i = std::min(text_.find('\'', i + 1), text_.size());
+      } else if (c == '"') {
+        for (++i; i < text_.size() && text_[i] != '"'; ++i) {
+          if (text_[i] == '\\') ++i;
+        }
+      } else if (c == '`' || (c == '$' && (at(i + 1) == '(' || at(i + 1) == '{'))) {
+        i = skipExpansion(i, nullptr);
+        continue;
+      }
+      ++i;
+    }
+    return text_.size();
+  }
+
+  void readHereDocuments() {
+    for (const HereDocument& document : pending_) {
+      while (pos_ < text_.size()) {
+        const std::size_t end = lineEnd(pos_);
+        std::string_view line = text_.substr(pos_, end - pos_);
+        if (document.expands) recordSubstitutions(pos_, end);
+        pos_ = std::min(end + 1, text_.size());
+        while (document.stripTabs && !line.empty() && line.front() == '\t') line.remove_prefix(1);
+        if (line == document.delimiter) break;
+      }
+    }
+    pending_.clear();
+  }
+
+  void recordSubstitutions(std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      if (text_[i] == '\\') {
+        ++i;
+      } else if (text_[i] == '`' || text_[i] == '$') {
+        i = skipExpansion(i, &script_.hereDocumentSubstitutions) - 1;
+      }
+    }
+  }
+
+  std::string_view text_;
+  std::size_t pos_ = 0;
+  LexedScript script_;
+  std::vector<HereDocument> pending_;
+};
+
+}  // namespace
+
+LexedScript lexShell(std::string_view text) { return Lexer(text).run(); }
+
+}  // namespace translate
