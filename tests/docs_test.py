@@ -3,14 +3,15 @@
 # its refusals), the installed completion answering as a shell user types, and groff
 # reading both pages without a warning.
 #
-# usage: docs_test.py TOVAK_TABLES DOC_DIR
+# usage: docs_test.py TOVAK_TABLES DOC_DIR TOVAK_TRANSLATE
 import os
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
-TABLES, DOC = sys.argv[1], sys.argv[2]
+TABLES, DOC, TRANSLATE = sys.argv[1], sys.argv[2], sys.argv[3]
 failures = []
 
 
@@ -61,6 +62,19 @@ for words, wanted in (
     script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}"'
     done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd="/")
     expect(f"completion of {words}", (done.stdout, done.stderr), (wanted + "\n", ""))
+
+# tovak-translate's own options, as its help lists them, are what the completion offers and
+# the manual describes.
+def completed(*words):
+    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _tovak_translate; echo "${{COMPREPLY[*]}}"'
+    return subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True).stdout.split()
+
+
+options = set(re.findall(r"--[a-z-]+", subprocess.run([TRANSLATE, "--help"], capture_output=True, text=True).stdout))
+offered = set(completed("tovak-translate", "--") + completed("tovak-translate", "--script", "--"))
+expect("the translator's options completed", offered, options | {"--help", "--version"})
+page = open(f"{DOC}/tovak-translate.1").read()
+expect("the translator's options in its manual", [o for o in sorted(options) if o.replace("-", "\\-") not in page], [])
 
 for page in ("tovak.1", "tovak-translate.1") if shutil.which("groff") else print("skipped: no groff to read the pages") or ():
     done = subprocess.run(["groff", "-man", "-Tutf8", "-ww", "-z", f"{DOC}/{page}"], capture_output=True, text=True)
