@@ -5,7 +5,7 @@
 # identical. Then the README's example, line mode and the file options.
 #
 # usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
-import argparse, concurrent.futures, os, random, re, shutil, subprocess, sys, tempfile
+import argparse, concurrent.futures, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
 from pathlib import Path
 
 parser = argparse.ArgumentParser()
@@ -150,6 +150,10 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
         USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused")))
+    write("full.sh", LEGACY)  # the disk fills up part way through the rewritten file
+    cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
+                         preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))
+    expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
     tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
     write("tail.sh", tail)
