@@ -35,11 +35,13 @@ file(RELATIVE_PATH TOVAK_PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTAL
 configure_file("${CMAKE_CURRENT_LIST_DIR}/tovak.pc.in" "${PROJECT_BINARY_DIR}/tovak.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/tovak.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
-# Manual pages and bash completion.
-install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+# Manual pages and bash completion, the launcher's only with the launcher.
 set(TOVAK_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
-install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
-        RENAME tovak)
+if(TOVAK_BUILD_LAUNCHER)
+  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"
+          RENAME tovak)
+endif()
 install(FILES "${PROJECT_BINARY_DIR}/doc/tovak-translate.1.gz"
         DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES "${PROJECT_BINARY_DIR}/doc/tovak.bash" DESTINATION "${TOVAK_COMPLETIONS_DIR}"

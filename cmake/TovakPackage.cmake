@@ -36,6 +36,7 @@ endforeach()
 file(WRITE "${PROJECT_BINARY_DIR}/copyright" "${tovak_copyright}")
 
 # Change logs are installed compressed, without name or time stamp: reproducible bytes.
+find_program(TOVAK_GZIP gzip REQUIRED)
 set(tovak_changelogs "${PROJECT_BINARY_DIR}/changelog.gz")
 add_custom_command(OUTPUT "${PROJECT_BINARY_DIR}/changelog.gz"
                    COMMAND "${TOVAK_GZIP}" -9n -c "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
@@ -66,7 +67,7 @@ set(CPACK_PACKAGE_DESCRIPTION
     "libtovak translates command lines in the syntax of the legacy tovak firmware
 and driver update installer into the equivalent Fendix command lines. The
 package holds the library, the tovak launcher, which runs the Fendix installed
-beside it, the headers, the CMake package and the pkg-config file for building
+beside it, tovak-translate, which rewrites scripts into Fendix lines, the headers, the CMake package and the pkg-config file for building
 against the library, manual pages and bash completion.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
