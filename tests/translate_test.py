@@ -194,6 +194,8 @@ with tempfile.TemporaryDirectory() as tmp:
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
+    expect("case in $()", tool(["--script", "--check", "-"], "y=$(case a in a) tovak co;; esac)\n")[1],
+           "-:1: left as it is: after a case statement inside a command substitution, where quoting cannot be followed\n")
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")

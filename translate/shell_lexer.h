@@ -42,6 +42,10 @@ struct LexedScript {
   std::vector<Token> tokens;
   std::vector<std::size_t> lineStarts;  // where a new command can begin on a fresh line
   std::vector<Span> hereDocumentSubstitutions;
+  // Where a command substitution begins whose end cannot be told for certain: from there on
+  // the tokens may be out of step with the shell's. npos when there is none.
+  std::size_t uncertainFrom = std::string::npos;
+  std::string uncertainBecause;
 };
 
 // Splits text into tokens. Here-document bodies and comments yield none.
