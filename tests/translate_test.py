@@ -196,6 +196,8 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
     expect("case in $()", tool(["--script", "--check", "-"], "y=$(case a in a) tovak co;; esac)\n")[1],
            "-:1: left as it is: after a case statement inside a command substitution, where quoting cannot be followed\n")
+    expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
+        "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")

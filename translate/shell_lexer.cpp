@@ -7,6 +7,9 @@
 namespace translate {
 namespace {
 
+// Far beyond what a script written by hand nests.
+constexpr int kMaxNesting = 64;
+
 constexpr const char* kExpansion = "a $ expansion";
 constexpr const char* kBackquote = "a backquote";
 constexpr const char* kContinuation = "a line continuation";
@@ -80,6 +83,7 @@ class Lexer {
   // of step.
   std::size_t skipSubstitution(std::size_t start, bool& closed) {
     Lexer inner(text_);
+    inner.nesting_ = nesting_;
     inner.insideSubstitution_ = true;
     inner.pos_ = start + 2;
     inner.lex();
@@ -224,6 +228,14 @@ class Lexer {
   // From a "$" or a backquote to just past the expansion; a command substitution's inside
   // is recorded when substitutions is given.
   std::size_t skipExpansion(std::size_t start, std::vector<Span>* substitutions) {
+    if (nesting_ == kMaxNesting) throw NestingTooDeep();
+    ++nesting_;
+    const std::size_t end = skipExpansionOnce(start, substitutions);
+    --nesting_;
+    return end;
+  }
+
+  std::size_t skipExpansionOnce(std::size_t start, std::vector<Span>* substitutions) {
     if (text_[start] == '`') {
       std::size_t i = start + 1;
       while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
@@ -307,9 +319,13 @@ class Lexer {
   std::vector<HereDocument> pending_;
   bool insideSubstitution_ = false;
   bool closed_ = false;
+  int nesting_ = 0;  // expansions open around pos_
 };
 
 }  // namespace
+
+NestingTooDeep::NestingTooDeep()
+    : std::runtime_error("expansions nested more than " + std::to_string(kMaxNesting) + " deep") {}
 
 LexedScript lexShell(std::string_view text) { return Lexer(text).run(); }
 
