@@ -124,6 +124,7 @@ for arguments, wanted in [
         (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
         (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
         (["--bogus"], (1, "", USAGE.format("unknown option --bogus"))),
+        (["--script", "/dev/null"], (1, "", USAGE.format("cannot read /dev/null: not a regular file") + USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused"))),
         (["--script", "/none"], (1, "", USAGE.format("cannot read /none: No such file or directory") +
                                  USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
     expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
@@ -198,6 +199,8 @@ with tempfile.TemporaryDirectory() as tmp:
            "-:1: left as it is: after a case statement inside a command substitution, where quoting cannot be followed\n")
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
         "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
+    expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")

@@ -52,6 +52,13 @@ bool writeTemporary(const std::string& target, const std::string& text, mode_t m
 bool readScript(const std::string& path, std::string& text, std::string& error) {
   const int fd = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) return fail(error, "cannot read " + path);
+  // A device or a pipe may never end, and a directory has no text to rewrite.
+  struct stat status {};
+  if (fd != STDIN_FILENO && (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))) {
+    close(fd);
+    error = "cannot read " + path + ": not a regular file";
+    return false;
+  }
   char buffer[65536];
   ssize_t n;
   while ((n = read(fd, buffer, sizeof buffer)) != 0) {
