@@ -157,10 +157,10 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
     tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
-    write("tail.sh", tail)
-    code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
+    write("t ail.sh", tail)
+    code, diff, _ = tool(["--script", "--diff", "t ail.sh"], cwd=tmp)
     subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
-    expect("--diff applied", (code, read("tail.sh"), re.findall("^@@.*", diff, re.M)),
+    expect("--diff applied", (code, read("t ail.sh"), re.findall("^@@.*", diff, re.M)),
            (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
     write("crlf.sh", "tovak co -F\r\n")
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")

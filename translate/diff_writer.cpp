@@ -26,7 +26,8 @@ class DiffWriter {
                 std::min(last + kContext + 1, rewrite_.lines.size()));
       first = last + 1;
     }
-    return diff_.empty() ? diff_ : "--- " + name + "\n+++ " + name + "\n" + diff_;
+    // The tab ends the name for patch, which would otherwise stop at a blank in it.
+    return diff_.empty() ? diff_ : "--- " + name + "\t\n+++ " + name + "\t\n" + diff_;
   }
 
  private:
