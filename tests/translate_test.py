@@ -140,11 +140,15 @@ with tempfile.TemporaryDirectory() as tmp:
 
     write("real.sh", LEGACY, 0o741)
     os.symlink("real.sh", tmp + "/link.sh")
+    if os.geteuid() == 0:  # only root can make a file owned by someone else
+        os.chown(tmp + "/real.sh", 1234, 5678)
+    owner = lambda: (os.stat(tmp + "/real.sh").st_uid, os.stat(tmp + "/real.sh").st_gid)  # noqa: E731
+    owned = owner()
     write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
     for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
         expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
     expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
-                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
+                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777), owner()), (True, NEW, LEGACY, "0o741", owned))
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
