@@ -154,7 +154,7 @@ with tempfile.TemporaryDirectory() as tmp:
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
     expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
-        USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused")))
+        USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     write("full.sh", LEGACY)  # the disk fills up part way through the rewritten file
     cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
                          preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))

@@ -49,6 +49,11 @@ class ScriptRun {
     } catch (const NestingTooDeep& error) {
       return fail(file + " is refused: " + error.what());
     }
+    // A file that could not be replaced had nothing translated.
+    if (options_.output == Output::kInPlace && rewrite.changed() &&
+        !replaceScript(file, rewrite.text(), options_.backup, error)) {
+      return fail(error);
+    }
     translated_ += rewrite.translated;
     left_ += rewrite.left;
     refused_ += rewrite.refused;
@@ -65,9 +70,6 @@ class ScriptRun {
         unfinished_ = unfinished_ || !rewrite.findings.empty();
         return;
       case Output::kInPlace:
-        if (rewrite.changed() && !replaceScript(file, rewrite.text(), options_.backup, error)) {
-          fail(error);
-        }
         return;
     }
   }
