@@ -124,6 +124,7 @@ for arguments, wanted in [
         (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
         (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
         (["--bogus"], (1, "", USAGE.format("unknown option --bogus"))),
+        (["--script", "-", "--fendix"], (1, "", USAGE.format("--fendix needs a name"))),
         (["--script", "/dev/null"], (1, "", USAGE.format("cannot read /dev/null: not a regular file") + USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused"))),
         (["--script", "/none"], (1, "", USAGE.format("cannot read /none: No such file or directory") +
                                  USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
