@@ -31,12 +31,8 @@ class DiffWriter {
   }
 
  private:
-  bool isChange(std::size_t i) const {
-    return rewrite_.result[i].size() != 1 || rewrite_.result[i][0] != rewrite_.lines[i];
-  }
-
   std::size_t nextChange(std::size_t from) const {
-    while (from < rewrite_.lines.size() && !isChange(from)) ++from;
+    while (from < rewrite_.lines.size() && !rewrite_.lineChanged(from)) ++from;
     return from;
   }
 

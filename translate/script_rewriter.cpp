@@ -180,9 +180,13 @@ class Rewriter {
 
 }  // namespace
 
+bool Rewrite::lineChanged(std::size_t i) const {
+  return result[i].size() != 1 || result[i][0] != lines[i];
+}
+
 bool Rewrite::changed() const {
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (result[i].size() != 1 || result[i][0] != lines[i]) return true;
+    if (lineChanged(i)) return true;
   }
   return false;
 }
