@@ -200,8 +200,10 @@ with tempfile.TemporaryDirectory() as tmp:
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
-    expect("case in $()", tool(["--script", "--check", "-"], "y=$(case a in a) tovak co;; esac)\n")[1],
-           "-:1: left as it is: after a case statement inside a command substitution, where quoting cannot be followed\n")
+    for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
+                           ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
+                           ("y=`: # `; tovak co", "a comment or here-document inside backquotes")]:
+        expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
         "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
