@@ -202,7 +202,8 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
                            ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
-                           ("y=`: # `; tovak co", "a comment or here-document inside backquotes")]:
+                           ("y=`: # `; tovak co", "a comment or here-document inside backquotes"),
+                           ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
         "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))

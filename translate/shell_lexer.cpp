@@ -209,7 +209,9 @@ class Lexer {
       if (c == '\\' && at(pos_ + 1) != '\0' && std::strchr("$`\"\\\n", at(pos_ + 1)) != nullptr) {
         readEscape(word);
       } else if (c == '$' || c == '`') {
+        inDoubleQuotes_ = true;
         readExpansion(word);
+        inDoubleQuotes_ = false;
       } else {
         word.value += c;
         ++pos_;
@@ -274,6 +276,9 @@ class Lexer {
         return i + 1;
       } else if (c == '\\') {
         ++i;
+      } else if (c == '\'' && opening == '{' && inDoubleQuotes_) {
+        // dash takes it as itself, bash as the start of a quote.
+        noteUncertain(open - 1, "a single quote inside ${...} within double quotes");
       } else if (c == '\'') {
         i = std::min(text_.find('\'', i + 1), text_.size());
       } else if (c == '"') {
@@ -319,7 +324,8 @@ class Lexer {
   std::vector<HereDocument> pending_;
   bool insideSubstitution_ = false;
   bool closed_ = false;
-  int nesting_ = 0;  // expansions open around pos_
+  int nesting_ = 0;              // expansions open around pos_
+  bool inDoubleQuotes_ = false;  // the expansion being read is inside double quotes
 };
 
 }  // namespace
