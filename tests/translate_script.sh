@@ -51,3 +51,7 @@ tovak qk --vq-address=10.0.0.2 --vq-user="u s"; s
 nohup tovak compare -F -l '(x)' >/dev/null 2>&1; s
 while tovak compare -F -i 5; do break; done; s
 until tovak compare -F -l 'a  b'; do break; done; s
+x=$(: # it's
+); echo ')
+tovak compare -F
+' >>"$FENDIX_LOG"; s

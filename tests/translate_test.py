@@ -124,6 +124,8 @@ for arguments, wanted in [
         (["--script"], (1, "", USAGE.format("--script needs a file, or - for standard input"))),
         (["--fendix", "a;b", "co"], (1, "", USAGE.format("--fendix a;b holds a byte the shell would read as syntax"))),
         (["--bogus"], (1, "", USAGE.format("unknown option --bogus"))),
+        (["--script", "-", "--fendix"], (1, "", USAGE.format("--fendix needs a name"))),
+        (["--script", "/dev/null"], (1, "", USAGE.format("cannot read /dev/null: not a regular file") + USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused"))),
         (["--script", "/none"], (1, "", USAGE.format("cannot read /none: No such file or directory") +
                                  USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
     expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
@@ -139,27 +141,31 @@ with tempfile.TemporaryDirectory() as tmp:
 
     write("real.sh", LEGACY, 0o741)
     os.symlink("real.sh", tmp + "/link.sh")
+    if os.geteuid() == 0:  # only root can make a file owned by someone else
+        os.chown(tmp + "/real.sh", 1234, 5678)
+    owner = lambda: (os.stat(tmp + "/real.sh").st_uid, os.stat(tmp + "/real.sh").st_gid)  # noqa: E731
+    owned = owner()
     write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
     for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
         expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
     expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
-                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777)), (True, NEW, LEGACY, "0o741"))
+                                oct(os.stat(tmp + "/real.sh").st_mode & 0o7777), owner()), (True, NEW, LEGACY, "0o741", owned))
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
     expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
-        USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused")))
+        USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     write("full.sh", LEGACY)  # the disk fills up part way through the rewritten file
     cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
                          preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))
     expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
     tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
-    write("tail.sh", tail)
-    code, diff, _ = tool(["--script", "--diff", "tail.sh"], cwd=tmp)
+    write("t ail.sh", tail)
+    code, diff, _ = tool(["--script", "--diff", "t ail.sh"], cwd=tmp)
     subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
-    expect("--diff applied", (code, read("tail.sh"), re.findall("^@@.*", diff, re.M)),
+    expect("--diff applied", (code, read("t ail.sh"), re.findall("^@@.*", diff, re.M)),
            (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
     write("crlf.sh", "tovak co -F\r\n")
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
@@ -194,6 +200,15 @@ with tempfile.TemporaryDirectory() as tmp:
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
+    for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
+                           ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
+                           ("y=`: # `; tovak co", "a comment or here-document inside backquotes"),
+                           ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
+        expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
+    expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
+        "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
+    expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")

@@ -26,16 +26,13 @@ class DiffWriter {
                 std::min(last + kContext + 1, rewrite_.lines.size()));
       first = last + 1;
     }
-    return diff_.empty() ? diff_ : "--- " + name + "\n+++ " + name + "\n" + diff_;
+    // The tab ends the name for patch, which would otherwise stop at a blank in it.
+    return diff_.empty() ? diff_ : "--- " + name + "\t\n+++ " + name + "\t\n" + diff_;
   }
 
  private:
-  bool isChange(std::size_t i) const {
-    return rewrite_.result[i].size() != 1 || rewrite_.result[i][0] != rewrite_.lines[i];
-  }
-
   std::size_t nextChange(std::size_t from) const {
-    while (from < rewrite_.lines.size() && !isChange(from)) ++from;
+    while (from < rewrite_.lines.size() && !rewrite_.lineChanged(from)) ++from;
     return from;
   }
 

@@ -1,6 +1,7 @@
 // tovak-translate: prints the Fendix line for a legacy tovak line, or rewrites whole scripts
 // into Fendix lines, with the library's own translation. It runs nothing.
 #include <cstdio>
+#include <new>
 #include <string>
 
 #include "library_call.h"
@@ -38,9 +39,7 @@ int translateLine(const translate::Options& options) {
   return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   const translate::Options options = translate::parseOptions(argc, argv);
   if (options.help || argc == 1) {
     std::fputs(kUsage, options.help ? stdout : stderr);
@@ -55,4 +54,15 @@ int main(int argc, char** argv) {
     return 1;
   }
   return options.script ? translate::runScripts(options) : translateLine(options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("tovak-translate: out of memory\n", stderr);
+    return 1;
+  }
 }

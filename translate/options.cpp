@@ -64,6 +64,9 @@ Options parseOptions(int argc, char** argv) {
       optionsEnded = true;
     } else if (word == "--fendix" && i + 1 < argc) {
       options.fendix = argv[++i];
+    } else if (word == "--fendix") {
+      options.error = "--fendix needs a name";
+      return options;
     } else if (word.substr(0, 9) == "--fendix=") {
       options.fendix = std::string(word.substr(9));
     } else if (!apply(word, options, chosen, outputs)) {

@@ -29,7 +29,7 @@ bool writeAll(int fd, const std::string& text) {
 }
 
 // A temporary file in the target's own directory, so that the rename cannot cross devices.
-bool writeTemporary(const std::string& target, const std::string& text, mode_t mode,
+bool writeTemporary(const std::string& target, const std::string& text, const struct stat& old,
                     std::string& temporary, std::string& error) {
   const std::size_t slash = target.rfind('/');
   std::string name = target.substr(0, slash + 1) + "." + target.substr(slash + 1) + ".XXXXXX";
@@ -38,7 +38,11 @@ bool writeTemporary(const std::string& target, const std::string& text, mode_t m
   const int fd = mkstemp(pattern.data());
   if (fd < 0) return fail(error, "cannot create a temporary file beside " + target);
   temporary = pattern.data();
-  const bool written = writeAll(fd, text) && fchmod(fd, mode) == 0 && fsync(fd) == 0;
+  // The owner before the mode, as a change of owner clears the set-user-ID bit. Only root
+  // may give a file away; anyone else keeps the file as their own.
+  const bool written = writeAll(fd, text) &&
+                       (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM) &&
+                       fchmod(fd, old.st_mode & 07777) == 0 && fsync(fd) == 0;
   if (close(fd) != 0 || !written) {
     fail(error, "cannot write " + temporary);
     unlink(temporary.c_str());
@@ -52,6 +56,13 @@ bool writeTemporary(const std::string& target, const std::string& text, mode_t m
 bool readScript(const std::string& path, std::string& text, std::string& error) {
   const int fd = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) return fail(error, "cannot read " + path);
+  // A device or a pipe may never end, and a directory has no text to rewrite.
+  struct stat status {};
+  if (fd != STDIN_FILENO && (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))) {
+    close(fd);
+    error = "cannot read " + path + ": not a regular file";
+    return false;
+  }
   char buffer[65536];
   ssize_t n;
   while ((n = read(fd, buffer, sizeof buffer)) != 0) {
@@ -82,7 +93,7 @@ bool replaceScript(const std::string& path, const std::string& text, bool backup
     return false;
   }
   std::string temporary;
-  if (!writeTemporary(target, text, status.st_mode & 07777, temporary, error)) return false;
+  if (!writeTemporary(target, text, status, temporary, error)) return false;
   // A second name for the old file is its backup: nothing is copied, and the link fails
   // rather than overwrite a backup that appeared meanwhile.
   if ((backup && link(target.c_str(), backupName.c_str()) != 0) ||

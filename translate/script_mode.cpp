@@ -6,6 +6,7 @@
 #include "diff_writer.h"
 #include "script_file.h"
 #include "script_rewriter.h"
+#include "shell_lexer.h"
 
 namespace translate {
 namespace {
@@ -42,7 +43,17 @@ class ScriptRun {
       unfinished_ = true;
       return complain(file + " has CRLF line ends and is left unchanged");
     }
-    const Rewrite rewrite = rewriteScript(text, options_.fendix);
+    Rewrite rewrite;
+    try {
+      rewrite = rewriteScript(text, options_.fendix);
+    } catch (const NestingTooDeep& error) {
+      return fail(file + " is refused: " + error.what());
+    }
+    // A file that could not be replaced had nothing translated.
+    if (options_.output == Output::kInPlace && rewrite.changed() &&
+        !replaceScript(file, rewrite.text(), options_.backup, error)) {
+      return fail(error);
+    }
     translated_ += rewrite.translated;
     left_ += rewrite.left;
     refused_ += rewrite.refused;
@@ -59,9 +70,6 @@ class ScriptRun {
         unfinished_ = unfinished_ || !rewrite.findings.empty();
         return;
       case Output::kInPlace:
-        if (rewrite.changed() && !replaceScript(file, rewrite.text(), options_.backup, error)) {
-          fail(error);
-        }
         return;
     }
   }

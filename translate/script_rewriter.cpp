@@ -56,6 +56,8 @@ class Rewriter {
     splitLines();
     const LexedScript script = lexShell(text_);
     cleanStarts_ = script.lineStarts;
+    uncertainFrom_ = script.uncertainFrom;
+    uncertainBecause_ = script.uncertainBecause;
     edits_.resize(rewrite_.lines.size());
     comments_.resize(rewrite_.lines.size());
     std::vector<bool> invoked(rewrite_.lines.size());
@@ -101,6 +103,9 @@ class Rewriter {
 
   void judge(const Invocation& invocation) {
     const std::size_t line = lineOf(invocation.begin);
+    if (invocation.begin >= uncertainFrom_) {
+      return leave(invocation, "after " + uncertainBecause_ + ", where quoting cannot be followed");
+    }
     if (!invocation.unknownBecause.empty()) return leave(invocation, invocation.unknownBecause);
     if (lineOf(invocation.end) != line) return leave(invocation, "it spans lines");
     const FendixLocation fendix = locateFendix(invocation.program.value, fendix_);
@@ -133,7 +138,8 @@ class Rewriter {
 
   void note(const Invocation& invocation, std::string reason) {
     rewrite_.findings.push_back({lineOf(invocation.begin) + 1, reason});
-    comments_[anchorOf(invocation.begin)].push_back(std::move(reason));
+    // Past the uncertain point a line start may lie inside a quoted string.
+    comments_[anchorOf(std::min(invocation.begin, uncertainFrom_))].push_back(std::move(reason));
   }
 
   std::vector<std::string> rewrittenLine(std::size_t i) const {
@@ -166,15 +172,21 @@ class Rewriter {
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
   std::vector<std::size_t> cleanStarts_;
+  std::size_t uncertainFrom_ = std::string::npos;
+  std::string uncertainBecause_;
   std::vector<std::vector<Edit>> edits_;
   std::vector<std::vector<std::string>> comments_;
 };
 
 }  // namespace
 
+bool Rewrite::lineChanged(std::size_t i) const {
+  return result[i].size() != 1 || result[i][0] != lines[i];
+}
+
 bool Rewrite::changed() const {
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (result[i].size() != 1 || result[i][0] != lines[i]) return true;
+    if (lineChanged(i)) return true;
   }
   return false;
 }

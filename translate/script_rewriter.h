@@ -25,6 +25,7 @@ struct Rewrite {
   int refused = 0;
   std::vector<Finding> findings;  // invocations still in legacy syntax, other mentions
 
+  bool lineChanged(std::size_t i) const;  // line i became anything but itself
   bool changed() const;
   std::string text() const;  // the rewritten script
 };

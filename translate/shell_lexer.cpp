@@ -7,6 +7,9 @@
 namespace translate {
 namespace {
 
+// Far beyond what a script written by hand nests.
+constexpr int kMaxNesting = 64;
+
 constexpr const char* kExpansion = "a $ expansion";
 constexpr const char* kBackquote = "a backquote";
 constexpr const char* kContinuation = "a line continuation";
@@ -31,7 +34,15 @@ class Lexer {
 
   LexedScript run() {
     script_.lineStarts.push_back(0);
+    lex();
+    return std::move(script_);
+  }
+
+ private:
+  // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
+  void lex() {
     bool continued = false;
+    int parentheses = 0;
     while (pos_ < text_.size()) {
       const char c = text_[pos_];
       if (isBlank(c)) {
@@ -45,13 +56,45 @@ class Lexer {
         Token token = c == '\n' ? readNewline() : readToken();
         token.continued = continued;
         continued = false;
+        if (insideSubstitution_) {
+          // A case pattern's ")" would end the substitution here but not in the shell.
+          if (token.kind == TokenKind::kWord && !token.word.quoted && token.word.value == "case")
+            noteUncertain(token.begin, "a case statement inside a command substitution");
+          if (token.op == "(") ++parentheses;
+          if (token.op == ")" && parentheses-- == 0) {
+            closed_ = true;
+            return;
+          }
+        }
         script_.tokens.push_back(std::move(token));
       }
     }
-    return std::move(script_);
   }
 
- private:
+  void noteUncertain(std::size_t from, const std::string& reason) {
+    if (from < script_.uncertainFrom) {
+      script_.uncertainFrom = from;
+      script_.uncertainBecause = reason;
+    }
+  }
+
+  // From the "(" of a $( to just past its ")", read with the same rules as the script
+  // itself, so that quotes, comments and here-documents inside it cannot put the two out
+  // of step.
+  std::size_t skipSubstitution(std::size_t start, bool& closed) {
+    Lexer inner(text_);
+    inner.nesting_ = nesting_;
+    inner.insideSubstitution_ = true;
+    inner.pos_ = start + 2;
+    inner.lex();
+    if (!inner.pending_.empty())
+      inner.noteUncertain(start, "a here-document that begins inside a command substitution");
+    if (inner.script_.uncertainFrom != std::string::npos)
+      noteUncertain(start, inner.script_.uncertainBecause);
+    closed = inner.closed_;
+    return inner.pos_;
+  }
+
   char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
   std::size_t lineEnd(std::size_t from) const {
     const std::size_t end = text_.find('\n', from);
@@ -166,7 +209,9 @@ class Lexer {
       if (c == '\\' && at(pos_ + 1) != '\0' && std::strchr("$`\"\\\n", at(pos_ + 1)) != nullptr) {
         readEscape(word);
       } else if (c == '$' || c == '`') {
+        inDoubleQuotes_ = true;
         readExpansion(word);
+        inDoubleQuotes_ = false;
       } else {
         word.value += c;
         ++pos_;
@@ -184,20 +229,32 @@ class Lexer {
 
   // From a "$" or a backquote to just past the expansion; a command substitution's inside
   // is recorded when substitutions is given.
-  std::size_t skipExpansion(std::size_t start, std::vector<Span>* substitutions) const {
+  std::size_t skipExpansion(std::size_t start, std::vector<Span>* substitutions) {
+    if (nesting_ == kMaxNesting) throw NestingTooDeep();
+    ++nesting_;
+    const std::size_t end = skipExpansionOnce(start, substitutions);
+    --nesting_;
+    return end;
+  }
+
+  std::size_t skipExpansionOnce(std::size_t start, std::vector<Span>* substitutions) {
     if (text_[start] == '`') {
       std::size_t i = start + 1;
       while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
+      // Where a backquote inside a comment or here-document ends them, the shells differ.
+      const std::string_view inside = text_.substr(start + 1, i - start - 1);
+      if (inside.find('#') != std::string_view::npos || inside.find("<<") != std::string_view::npos)
+        noteUncertain(start, "a comment or here-document inside backquotes");
       if (substitutions != nullptr)
         substitutions->push_back({start + 1, std::min(i, text_.size())});
       return std::min(i + 1, text_.size());
     }
     const char next = at(start + 1);
+    if (next == '(' && at(start + 2) == '(') return skipBracketed(start + 1, '(', ')');
     if (next == '(') {
-      const std::size_t end = skipBracketed(start + 1, '(', ')');
-      if (at(start + 2) != '(' && substitutions != nullptr) {
-        substitutions->push_back({start + 2, end > start + 2 ? end - 1 : end});
-      }
+      bool closed = false;
+      const std::size_t end = skipSubstitution(start, closed);
+      if (substitutions != nullptr) substitutions->push_back({start + 2, end - (closed ? 1 : 0)});
       return end;
     }
     if (next == '{') return skipBracketed(start + 1, '{', '}');
@@ -208,7 +265,7 @@ class Lexer {
   }
 
   // From an opening bracket to just past its match, over quotes and nested expansions.
-  std::size_t skipBracketed(std::size_t open, char opening, char closing) const {
+  std::size_t skipBracketed(std::size_t open, char opening, char closing) {
     int depth = 0;
     std::size_t i = open;
     while (i < text_.size()) {
@@ -219,6 +276,9 @@ class Lexer {
         return i + 1;
       } else if (c == '\\') {
         ++i;
+      } else if (c == '\'' && opening == '{' && inDoubleQuotes_) {
+        // dash takes it as itself, bash as the start of a quote.
+        noteUncertain(open - 1, "a single quote inside ${...} within double quotes");
       } else if (c == '\'') {
         i = std::min(text_.find('\'', i + 1), text_.size());
       } else if (c == '"') {
@@ -262,9 +322,16 @@ class Lexer {
   std::size_t pos_ = 0;
   LexedScript script_;
   std::vector<HereDocument> pending_;
+  bool insideSubstitution_ = false;
+  bool closed_ = false;
+  int nesting_ = 0;              // expansions open around pos_
+  bool inDoubleQuotes_ = false;  // the expansion being read is inside double quotes
 };
 
 }  // namespace
+
+NestingTooDeep::NestingTooDeep()
+    : std::runtime_error("expansions nested more than " + std::to_string(kMaxNesting) + " deep") {}
 
 LexedScript lexShell(std::string_view text) { return Lexer(text).run(); }
 

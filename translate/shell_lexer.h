@@ -6,6 +6,7 @@
 #define TOVAK_TRANSLATE_SHELL_LEXER_H
 
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,16 @@ struct LexedScript {
   std::vector<Token> tokens;
   std::vector<std::size_t> lineStarts;  // where a new command can begin on a fresh line
   std::vector<Span> hereDocumentSubstitutions;
+  // Where a command substitution begins whose end cannot be told for certain: from there on
+  // the tokens may be out of step with the shell's. npos when there is none.
+  std::size_t uncertainFrom = std::string::npos;
+  std::string uncertainBecause;
+};
+
+// Thrown for expansions nested so deep that reading them could exhaust the stack.
+class NestingTooDeep : public std::runtime_error {
+ public:
+  NestingTooDeep();
 };
 
 // Splits text into tokens. Here-document bodies and comments yield none.
