@@ -131,6 +131,9 @@ void checkInterface(char** statuses) {
   const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
   command.addParameter("word");
   command.addParameter("--pair", "a b");
+  Parameters none(0, nullptr);
+  command.addParameter(CompareUpdateCommand(&none, "update")
+                           .getMatchValueFromString("--user=u,--password=p", "--password="));
   std::printf("translated %d%d%d%d:%s\n", flag, empty, dashless, dashless2,
               command.getCommandLine().c_str());
   std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
