@@ -11,6 +11,7 @@ from pathlib import Path
 parser = argparse.ArgumentParser()
 parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
 parser.add_argument("--seed", type=int, default=1), parser.add_argument("--count", type=int, default=500)
+parser.add_argument("--sanitized", action="store_true")  # a sanitizer cannot start under an address-space limit
 ARGS = parser.parse_args()
 BIN = os.path.realpath(ARGS.bin)
 TOOL = os.path.join(BIN, "tovak-translate")
@@ -207,8 +208,9 @@ with tempfile.TemporaryDirectory() as tmp:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
         "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
-    huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
-    expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
+    if not ARGS.sanitized:
+        huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
+        expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")
