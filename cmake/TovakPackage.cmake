@@ -67,8 +67,9 @@ set(CPACK_PACKAGE_DESCRIPTION
     "libtovak translates command lines in the syntax of the legacy tovak firmware
 and driver update installer into the equivalent Fendix command lines. The
 package holds the library, the tovak launcher, which runs the Fendix installed
-beside it, tovak-translate, which rewrites scripts into Fendix lines, the headers, the CMake package and the pkg-config file for building
-against the library, manual pages and bash completion.")
+beside it, tovak-translate, which rewrites scripts into Fendix lines, the
+headers, the CMake package and the pkg-config file for building against the
+library, manual pages and bash completion.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
