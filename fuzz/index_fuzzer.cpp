@@ -1,6 +1,7 @@
 // Checks the option index against the plain definition of each question, a scan of the
 // tokens, on arbitrary token lists: whether an option is set, its first value, the first
-// option name a table lacks and the first row with a value in both forms. Input: tokens separated by '\n'.
+// option name a table lacks and the first row with a value in both forms. Input: tokens
+// separated by '\n'.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

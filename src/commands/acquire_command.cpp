@@ -72,6 +72,7 @@ bool AcquireCommand::translateParameters() {
   const std::string port(index.valueOf("--proxy-port"));
   const std::string user(index.valueOf("--proxy-user"));
   const std::string password(index.valueOf("--proxy-password"));
-  tovak::appendOption(commandLine, "--proxy", tovak::credentialValue(user, password, address) + ":" + port);
+  tovak::appendOption(commandLine, "--proxy",
+                      tovak::credentialValue(user, password, address) + ":" + port);
   return true;
 }

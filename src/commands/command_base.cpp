@@ -57,6 +57,6 @@ bool CommandBase::translateHasValueParameter(std::string parameter1, std::string
   if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
     return true;
   }
-  return tovak::translateValued(commandLine, tovak::OptionIndex(*parameters), parameter1, parameter2,
-                                targetOption);
+  return tovak::translateValued(commandLine, tovak::OptionIndex(*parameters), parameter1,
+                                parameter2, targetOption);
 }

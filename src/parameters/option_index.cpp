@@ -136,8 +136,8 @@ OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable&
     Entry* second = entryNamed(row.second);
     if (first != nullptr) first->listed = true;
     if (second != nullptr) second->listed = true;
-    const bool bothValued = first != nullptr && second != nullptr && !first->value.empty() &&
-                            !second->value.empty();
+    const bool bothValued =
+        first != nullptr && second != nullptr && !first->value.empty() && !second->value.empty();
     if (bothValued && check.conflict == nullptr) {
       check.conflict = &row;
     }
@@ -197,13 +197,12 @@ bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
 
 std::string_view valueInEitherForm(const OptionIndex& index, std::string_view parameter1,
                                    std::string_view parameter2) {
-  return valueInEitherForm(index.find(parameter1), index.find(parameter2), parameter1,
-                           parameter2);
+  return valueInEitherForm(index.find(parameter1), index.find(parameter2), parameter1, parameter2);
 }
 
 std::string_view valueInEitherForm(const OptionIndex::Option& option1,
-                                   const OptionIndex::Option& option2,
-                                   std::string_view parameter1, std::string_view parameter2) {
+                                   const OptionIndex::Option& option2, std::string_view parameter1,
+                                   std::string_view parameter2) {
   if (!option1.value.empty() && !option2.value.empty()) {
     const std::string first(parameter1);
     writeLine("Warning: Should not set \"" + first + "\" and \"" + std::string(parameter2) +

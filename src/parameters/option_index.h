@@ -102,8 +102,8 @@ std::string_view valueInEitherForm(const OptionIndex& index, std::string_view pa
                                    std::string_view parameter2);
 // The same for the two forms already looked up.
 std::string_view valueInEitherForm(const OptionIndex::Option& option1,
-                                   const OptionIndex::Option& option2,
-                                   std::string_view parameter1, std::string_view parameter2);
+                                   const OptionIndex::Option& option2, std::string_view parameter1,
+                                   std::string_view parameter2);
 
 // Every option token is in the table and no row carries values in both forms; otherwise
 // says which and gives false. The unsupported name is printed without a line end and left
