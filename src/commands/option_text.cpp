@@ -68,8 +68,8 @@ void appendOption(std::string& line, std::string_view name, std::string_view val
 
 bool translateFlag(std::string& line, const OptionIndex& index, std::string_view parameter1,
                    std::string_view parameter2, std::string_view targetOption) {
-  const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
-  if (!option1.set && !option2.set) {
+  const OptionIndex::Option *option1 = index.find(parameter1), *option2 = index.find(parameter2);
+  if (option1 == nullptr && option2 == nullptr) {
     return true;
   }
   if (!valueInEitherForm(option1, option2, parameter1, parameter2).empty()) {
@@ -82,8 +82,8 @@ bool translateFlag(std::string& line, const OptionIndex& index, std::string_view
 
 bool translateValued(std::string& line, const OptionIndex& index, std::string_view parameter1,
                      std::string_view parameter2, std::string_view targetOption) {
-  const OptionIndex::Option option1 = index.find(parameter1), option2 = index.find(parameter2);
-  if (!option1.set && !option2.set) {
+  const OptionIndex::Option *option1 = index.find(parameter1), *option2 = index.find(parameter2);
+  if (option1 == nullptr && option2 == nullptr) {
     return true;
   }
   const std::string_view value = valueInEitherForm(option1, option2, parameter1, parameter2);

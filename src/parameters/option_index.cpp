@@ -10,8 +10,7 @@ namespace tovak {
 
 namespace {
 
-// A bijective scramble of 64 bits, so that every input bit reaches the low bits a slot
-// number is taken from.
+// A bijective scramble of 64 bits, so that every input bit reaches every output bit.
 std::uint64_t scrambled(std::uint64_t bits) {
   bits ^= bits >> 33;
   bits *= 0xff51afd7ed558ccdULL;
@@ -20,57 +19,7 @@ std::uint64_t scrambled(std::uint64_t bits) {
   return bits ^ (bits >> 33);
 }
 
-// Eight bytes at a time, each block scrambled into the seeded state, the last block read
-// so that it ends with the name: option names are a few bytes long, and a call into a
-// general-purpose hash cost more than the lookup itself.
-std::uint64_t hashOf(std::string_view name, std::uint64_t seed) {
-  const char* bytes = name.data();
-  const std::size_t size = name.size();
-  std::uint64_t state = seed ^ size;
-  std::uint64_t block = 0;
-  if (size >= 8) {
-    for (std::size_t at = 0; at + 8 < size; at += 8) {
-      std::memcpy(&block, bytes + at, 8);
-      state = scrambled(state ^ block);
-    }
-    std::memcpy(&block, bytes + size - 8, 8);
-  } else if (size >= 4) {
-    std::uint32_t low;
-    std::uint32_t high;
-    std::memcpy(&low, bytes, 4);
-    std::memcpy(&high, bytes + size - 4, 4);
-    block = low | static_cast<std::uint64_t>(high) << 32;
-  } else if (size > 0) {
-    // With the size in the state, the first, middle and last bytes tell every short name.
-    const auto byteAt = [bytes](std::size_t at) {
-      return static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[at]));
-    };
-    block = byteAt(0) | byteAt(size / 2) << 8 | byteAt(size - 1) << 16;
-  }
-  return scrambled(state ^ block);
-}
-
 }  // namespace
-
-bool startsWithDash(std::string_view text) { return !text.empty() && text[0] == '-'; }
-
-bool isSingleDash(std::string_view token) {
-  return token.size() >= 2 && token[0] == '-' && token[1] != '-';
-}
-
-bool isDoubleDash(std::string_view token) {
-  return token.size() >= 2 && token[0] == '-' && token[1] == '-';
-}
-
-std::string_view optionNameOf(std::string_view token) {
-  if (isSingleDash(token)) {
-    return token;
-  }
-  if (isDoubleDash(token)) {
-    return token.substr(0, token.find('='));
-  }
-  return std::string_view();
-}
 
 bool isInTable(std::string_view name, const SupportedParameterTable& table) {
   for (const auto& row : table) {
@@ -81,15 +30,33 @@ bool isInTable(std::string_view name, const SupportedParameterTable& table) {
   return false;
 }
 
+OptionIndex::Key OptionIndex::keyOfLongName(std::string_view name) {
+  // The first and the last eight bytes, with the middle folded into the first word, so that
+  // names alike at both ends still spread; equal keys are then compared byte for byte.
+  const char* bytes = name.data();
+  const std::size_t size = name.size();
+  std::uint64_t low = wordAt<std::uint64_t>(bytes);
+  for (std::size_t at = 8; at + 8 < size; at += 8) {
+    low = scrambled(low ^ wordAt<std::uint64_t>(bytes + at));
+  }
+  return Key{size, low, wordAt<std::uint64_t>(bytes + size - 8)};
+}
+
+bool OptionIndex::sameLongName(const Entry& entry, std::string_view name) {
+  return std::memcmp(entry.name, name.data(), name.size()) == 0;
+}
+
 OptionIndex::OptionIndex(const Parameters& parameters)
     : entries_(inlineEntries_),
       slots_(inlineSlots_),
-      seed_(reinterpret_cast<std::uintptr_t>(this)) {
+      seed_(scrambled(reinterpret_cast<std::uintptr_t>(this))) {
   const std::vector<std::string>& tokens = parameters.parameterList;
-  std::size_t slotCount = 1;
-  while (slotCount < 2 * tokens.size()) {
-    slotCount *= 2;  // a power of two, at most half full
+  unsigned bits = 1;
+  while ((std::size_t{1} << bits) < kSlotsPerToken * tokens.size()) {
+    ++bits;
   }
+  const std::size_t slotCount = std::size_t{1} << bits;
+  slotShift_ = 64 - bits;
   slotMask_ = slotCount - 1;
   if (slotCount > kInlineSlots) {
     heapEntries_ = std::make_unique<Entry[]>(tokens.size());
@@ -106,27 +73,22 @@ OptionIndex::OptionIndex(const Parameters& parameters)
     }
     const std::string_view name = optionNameOf(token);
     Entry& entry = findOrAdd(name);
+    if (name.empty()) {
+      emptyName_ = &entry;
+    }
     if (entry.valued) {
       continue;
     }
+    std::string_view value;
     if (isSingleDash(token)) {
       entry.valued = i + 1 < tokens.size() && !startsWithDash(tokens[i + 1]);
-      if (entry.valued) entry.value = tokens[i + 1];
+      if (entry.valued) value = tokens[i + 1];
     } else if (name.size() < token.size()) {
       entry.valued = true;
-      entry.value = token.substr(name.size() + 1);
+      value = token.substr(name.size() + 1);
     }
+    entry.option.value = value;
   }
-}
-
-OptionIndex::Option OptionIndex::find(std::string_view name) const {
-  // Every name a token gives starts with a dash and a long one holds no "=", so only the
-  // empty name of a lone "-" needs turning away here.
-  if (name.empty()) {
-    return Option{};
-  }
-  const std::uint32_t taken = slots_[slotFor(name)];
-  return taken != 0 ? Option{true, entries_[taken - 1].value} : Option{};
 }
 
 OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable& table) {
@@ -136,38 +98,26 @@ OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable&
     Entry* second = entryNamed(row.second);
     if (first != nullptr) first->listed = true;
     if (second != nullptr) second->listed = true;
-    const bool bothValued =
-        first != nullptr && second != nullptr && !first->value.empty() && !second->value.empty();
+    const bool bothValued = first != nullptr && second != nullptr && !first->option.value.empty() &&
+                            !second->option.value.empty();
     if (bothValued && check.conflict == nullptr) {
       check.conflict = &row;
     }
   }
   for (std::size_t i = 0; i < entryCount_; ++i) {
     if (!entries_[i].listed) {
-      check.unsupported = &entries_[i].name;
+      check.unsupported = std::string_view(entries_[i].name, entries_[i].key.size);
       break;
     }
   }
   return check;
 }
 
-std::size_t OptionIndex::slotFor(std::string_view name) const {
-  std::size_t slot = hashOf(name, seed_) & slotMask_;
-  while (slots_[slot] != 0 && entries_[slots_[slot] - 1].name != name) {
-    slot = (slot + 1) & slotMask_;
-  }
-  return slot;
-}
-
-OptionIndex::Entry* OptionIndex::entryNamed(std::string_view name) {
-  const std::uint32_t taken = slots_[slotFor(name)];
-  return taken != 0 ? &entries_[taken - 1] : nullptr;
-}
-
 OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
-  const std::size_t slot = slotFor(name);
+  const Key key = keyOf(name);
+  const std::size_t slot = slotFor(key, name);
   if (slots_[slot] == 0) {
-    entries_[entryCount_++] = Entry{name, std::string_view(), false, false};
+    entries_[entryCount_++] = Entry{key, name.data(), OptionIndex::Option{}, false, false};
     slots_[slot] = static_cast<std::uint32_t>(entryCount_);
   }
   return entries_[slots_[slot] - 1];
@@ -200,21 +150,23 @@ std::string_view valueInEitherForm(const OptionIndex& index, std::string_view pa
   return valueInEitherForm(index.find(parameter1), index.find(parameter2), parameter1, parameter2);
 }
 
-std::string_view valueInEitherForm(const OptionIndex::Option& option1,
-                                   const OptionIndex::Option& option2, std::string_view parameter1,
+std::string_view valueInEitherForm(const OptionIndex::Option* option1,
+                                   const OptionIndex::Option* option2, std::string_view parameter1,
                                    std::string_view parameter2) {
-  if (!option1.value.empty() && !option2.value.empty()) {
+  const std::string_view value1 = option1 != nullptr ? option1->value : std::string_view();
+  const std::string_view value2 = option2 != nullptr ? option2->value : std::string_view();
+  if (!value1.empty() && !value2.empty()) {
     const std::string first(parameter1);
     writeLine("Warning: Should not set \"" + first + "\" and \"" + std::string(parameter2) +
               "\" at the same time.");
     writeLine("Using \"" + first + "\" this time.");
   }
-  return option1.value.empty() ? option2.value : option1.value;
+  return value1.empty() ? value2 : value1;
 }
 
 bool checkSupported(OptionIndex& index, const SupportedParameterTable& table) {
   const OptionIndex::TableCheck check = index.checkAgainst(table);
-  if (check.unsupported != nullptr) {
+  if (check.unsupported) {
     writeText("The parameter: ");
     writeText(*check.unsupported);
     writeText(" is not supported!");

@@ -10,7 +10,9 @@
 #define TOVAK_PARAMETERS_OPTION_INDEX_H
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,21 +21,34 @@
 
 namespace tovak {
 
-bool startsWithDash(std::string_view text);
-bool isSingleDash(std::string_view token);
-bool isDoubleDash(std::string_view token);
+inline bool startsWithDash(std::string_view text) { return !text.empty() && text[0] == '-'; }
+
+inline bool isSingleDash(std::string_view token) {
+  return token.size() >= 2 && token[0] == '-' && token[1] != '-';
+}
+
+inline bool isDoubleDash(std::string_view token) {
+  return token.size() >= 2 && token[0] == '-' && token[1] == '-';
+}
 
 // The option name a token gives: "" for a value, and for a lone "-".
-std::string_view optionNameOf(std::string_view token);
+inline std::string_view optionNameOf(std::string_view token) {
+  if (isSingleDash(token)) {
+    return token;
+  }
+  if (isDoubleDash(token)) {
+    return token.substr(0, token.find('='));
+  }
+  return std::string_view();
+}
 
 // Whether the name is one of the table's, in either column.
 bool isInTable(std::string_view name, const SupportedParameterTable& table);
 
 class OptionIndex {
  public:
-  // What the line says about one option name.
+  // What the line says about an option name that some token gives.
   struct Option {
-    bool set = false;        // some token names it
     std::string_view value;  // its first value, "" when it has none
   };
 
@@ -42,43 +57,116 @@ class OptionIndex {
   OptionIndex(const OptionIndex&) = delete;
   OptionIndex& operator=(const OptionIndex&) = delete;
 
-  // A name that no token can give (empty, without a dash, a long name with "=", a lone
-  // "-") is never set.
-  Option find(std::string_view name) const;
-  bool isSet(std::string_view name) const { return find(name).set; }
-  std::string_view valueOf(std::string_view name) const { return find(name).value; }
+  // nullptr when no token names the option. A name that no token can give (empty, without
+  // a dash, a long name with "=", a lone "-") is never set.
+  const Option* find(std::string_view name) const {
+    if (name.empty()) {
+      return nullptr;
+    }
+    const std::uint32_t taken = slots_[slotFor(keyOf(name), name)];
+    return taken != 0 ? &entries_[taken - 1].option : nullptr;
+  }
+  bool isSet(std::string_view name) const { return find(name) != nullptr; }
+  std::string_view valueOf(std::string_view name) const {
+    const Option* option = find(name);
+    return option != nullptr ? option->value : std::string_view();
+  }
   // How the line stands against a table, from two lookups per row: the first option name,
   // in the order of the tokens, that the table has in neither column (a lone "-" stands for
   // the empty name here), and the first row whose two forms both carry a value; nullptr for
   // none. Made once per index: it marks the names it finds.
   struct TableCheck {
-    const std::string_view* unsupported = nullptr;
+    std::optional<std::string_view> unsupported;
     const SupportedParameterTable::value_type* conflict = nullptr;
   };
   TableCheck checkAgainst(const SupportedParameterTable& table);
 
  private:
+  // A name as the table compares it: its size and up to 16 of its bytes, read as two
+  // words. For a name of at most 16 bytes the three tell it whole, so that finding it costs
+  // three comparisons and no call; a longer one is compared byte for byte as well.
+  struct Key {
+    std::size_t size;
+    std::uint64_t low;
+    std::uint64_t high;
+  };
+  // Plain fields, so that the inline array costs nothing until a name is added.
   struct Entry {
-    std::string_view name;
-    std::string_view value;
+    Key key;
+    const char* name;
+    Option option;
     bool valued;
     bool listed;  // found in the table of the check
   };
   // A typical line's slots fit here and need no allocation.
-  static constexpr std::size_t kInlineSlots = 64;
+  // A slot at most a quarter full: a name the line lacks then meets an empty slot at once.
+  static constexpr std::size_t kSlotsPerToken = 4;
+  static constexpr std::size_t kInlineSlots = 128;
+  static constexpr std::size_t kWholeKeyBytes = 16;
 
+  // Every question comes down to this, so it is inline and makes no call for a short name.
   // The slot that holds the name, or the empty one where it would go.
-  std::size_t slotFor(std::string_view name) const;
+  std::size_t slotFor(const Key& key, std::string_view name) const {
+    std::size_t slot = slotOf(key);
+    for (; slots_[slot] != 0; slot = (slot + 1) & slotMask_) {
+      const Key& held = entries_[slots_[slot] - 1].key;
+      if (held.low == key.low && held.high == key.high && held.size == key.size &&
+          (key.size <= kWholeKeyBytes || sameLongName(entries_[slots_[slot] - 1], name))) {
+        break;
+      }
+    }
+    return slot;
+  }
+  Entry* entryNamed(std::string_view name) {
+    if (name.empty()) {
+      return emptyName_;  // a table's empty column, which only a lone "-" gives
+    }
+    const std::uint32_t taken = slots_[slotFor(keyOf(name), name)];
+    return taken != 0 ? &entries_[taken - 1] : nullptr;
+  }
+  static Key keyOf(std::string_view name) {
+    const char* bytes = name.data();
+    const std::size_t size = name.size();
+    // Two loads that overlap where the name is shorter than both: every byte is read.
+    if (size >= 8) {
+      return size > kWholeKeyBytes
+                 ? keyOfLongName(name)
+                 : Key{size, wordAt<std::uint64_t>(bytes), wordAt<std::uint64_t>(bytes + size - 8)};
+    }
+    if (size >= 4) {
+      return Key{size, wordAt<std::uint32_t>(bytes) | wordAt<std::uint32_t>(bytes + size - 4) << 32,
+                 0};
+    }
+    if (size >= 2) {
+      return Key{size, wordAt<std::uint16_t>(bytes) | wordAt<std::uint16_t>(bytes + size - 2) << 16,
+                 0};
+    }
+    return Key{size, size != 0 ? static_cast<unsigned char>(bytes[0]) : 0u, 0};
+  }
+  // Multiply and shift: the top bits of the product depend on every bit of the key.
+  std::size_t slotOf(const Key& key) const {
+    std::uint64_t mixed = (key.low ^ seed_) * 0x9e3779b97f4a7c15ULL;
+    mixed ^= (mixed >> 29) ^ key.high ^ key.size;
+    return static_cast<std::size_t>((mixed * 0xc4ceb9fe1a85ec53ULL) >> slotShift_);
+  }
+  template <typename Word>
+  static std::uint64_t wordAt(const char* bytes) {
+    Word word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+  }
+  static Key keyOfLongName(std::string_view name);
+  static bool sameLongName(const Entry& entry, std::string_view name);
   Entry& findOrAdd(std::string_view name);
-  // The entry of a token's option name, compared byte for byte; nullptr when none.
-  Entry* entryNamed(std::string_view name);
 
   Entry* entries_;  // one per name, in the order the names first appear
   std::size_t entryCount_ = 0;
+  Entry* emptyName_ = nullptr;
   std::uint32_t* slots_;  // open addressing: 1 + an index into entries_, or 0
+  unsigned slotShift_;    // 64 less the number of bits a slot number has
   std::size_t slotMask_;
-  std::size_t seed_;  // differs from run to run, so that no line can be made to collide
-  Entry inlineEntries_[kInlineSlots];  // never more names than slots
+  std::uint64_t seed_;  // differs from run to run, so that no line can be made to collide
+  Entry inlineEntries_[kInlineSlots / kSlotsPerToken];  // never more names than tokens
   std::uint32_t inlineSlots_[kInlineSlots];
   std::unique_ptr<Entry[]> heapEntries_;
   std::unique_ptr<std::uint32_t[]> heapSlots_;
@@ -101,8 +189,8 @@ bool isSetInEitherForm(const OptionIndex& index, std::string_view parameter1,
 std::string_view valueInEitherForm(const OptionIndex& index, std::string_view parameter1,
                                    std::string_view parameter2);
 // The same for the two forms already looked up.
-std::string_view valueInEitherForm(const OptionIndex::Option& option1,
-                                   const OptionIndex::Option& option2, std::string_view parameter1,
+std::string_view valueInEitherForm(const OptionIndex::Option* option1,
+                                   const OptionIndex::Option* option2, std::string_view parameter1,
                                    std::string_view parameter2);
 
 // Every option token is in the table and no row carries values in both forms; otherwise
