@@ -68,11 +68,11 @@ bool AcquireCommand::translateParameters() {
     return tovak::checkNoCredentialsWithoutAddress(
         index, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
   }
-  const std::string address(index.valueOf("--proxy-address"));
-  const std::string port(index.valueOf("--proxy-port"));
-  const std::string user(index.valueOf("--proxy-user"));
-  const std::string password(index.valueOf("--proxy-password"));
-  tovak::appendOption(commandLine, "--proxy",
-                      tovak::credentialValue(user, password, address) + ":" + port);
+  std::string proxy =
+      tovak::credentialValue(index.valueOf("--proxy-user"), index.valueOf("--proxy-password"),
+                             index.valueOf("--proxy-address"));
+  proxy += ':';
+  proxy += index.valueOf("--proxy-port");
+  tovak::appendOption(commandLine, "--proxy", proxy);
   return true;
 }

@@ -117,8 +117,14 @@ OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
   const Key key = keyOf(name);
   const std::size_t slot = slotFor(key, name);
   if (slots_[slot] == 0) {
-    entries_[entryCount_++] = Entry{key, name.data(), OptionIndex::Option{}, false, false};
+    Entry& added = entries_[entryCount_++];
+    added.key = key;
+    added.name = name.data();
+    added.option.value = std::string_view();
+    added.valued = false;
+    added.listed = false;
     slots_[slot] = static_cast<std::uint32_t>(entryCount_);
+    return added;
   }
   return entries_[slots_[slot] - 1];
 }
