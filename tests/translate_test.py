@@ -53,6 +53,11 @@ def prove(label, text, minimum):
         if counts is None or int(counts[1]) < minimum:
             return failures.append(f"{label}: too few rewritten ({summary.strip()})")
         expect(f"{label}: rewritten again", tool(["--script", "-"], rewritten)[1], rewritten)
+        # --check lists each invocation the summary counts; the status says whether any is left.
+        found = tool(["--script", "--check", "-"], text)[1]
+        expect(f"{label}: --check and the status agree with the summary",
+               [found.count(f": {kind}") for kind in ("legacy syntax, translates to", "left as it is:", "refused by")] + [code],
+               [int(n) for n in counts.groups()] + [2 if int(counts[2]) + int(counts[3]) else 0])
         with concurrent.futures.ThreadPoolExecutor(4) as pool:
             runs = {(shell, t): pool.submit(run_log, shell, t, tmp) for shell in ["dash", "bash"] for t in [text, rewritten]}
         for shell in ["dash", "bash"]:
@@ -161,13 +166,18 @@ with tempfile.TemporaryDirectory() as tmp:
     cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
                          preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))
     expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
-    # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end.
-    tail = "a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F"
-    write("t ail.sh", tail)
-    code, diff, _ = tool(["--script", "--diff", "t ail.sh"], cwd=tmp)
-    subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
-    expect("--diff applied", (code, read("t ail.sh"), re.findall("^@@.*", diff, re.M)),
-           (2, tool(["--script", "-"], tail)[1], ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]))
+    # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end;
+    # a change on the first line; two changes side by side; the last change 6 lines from the end.
+    for script, hunks in [
+            ("a\nb\nc\nd\ne\nf\ng\ntovak compare -l '#'\nh\ni\nj\nk\nl\ntovak co -F\nm\nn\no\np\nq\nr\ntovak co -\\F",
+             ["@@ -5,13 +5,14 @@", "@@ -18,4 +19,4 @@"]),
+            ("tovak co -F\na\nb\nc\nd\ne\n", ["@@ -1,4 +1,4 @@"]),
+            ("x\ntovak co -F\ntovak co -D\na\nb\nc\nd\ne\nf\ntovak co -L\ng\nh\ni\nj\nk\n", ["@@ -1,6 +1,6 @@", "@@ -7,7 +7,7 @@"])]:
+        write("t ail.sh", script)
+        code, diff, _ = tool(["--script", "--diff", "t ail.sh"], cwd=tmp)
+        subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
+        expect(f"--diff applied to {script!r}", (code, read("t ail.sh"), re.findall("^@@.*", diff, re.M)),
+               (2 if "'#'" in script else 0, tool(["--script", "-"], script)[1], hunks))
     write("crlf.sh", "tovak co -F\r\n")
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
                                                         + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
@@ -200,7 +210,7 @@ with tempfile.TemporaryDirectory() as tmp:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
-    expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[1], "-:2: mentions tovak\n")
+    expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[:2], (2, "-:2: mentions tovak\n"))
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
                            ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
                            ("y=`: # `; tovak co", "a comment or here-document inside backquotes"),
