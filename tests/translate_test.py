@@ -5,7 +5,7 @@
 # identical. Then the README's example, line mode and the file options.
 #
 # usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
-import argparse, concurrent.futures, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
+import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
 from pathlib import Path
 
 parser = argparse.ArgumentParser()
@@ -29,9 +29,27 @@ def expect(label, actual, wanted):
         failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
 
 
+def run_log(shell, text, tmp):
+    # A run is a function of the shell, the script and the programs it starts, so the mutation
+    # script, whose faults in tovak-translate change none of those programs, keeps the logs.
+    cache = os.environ.get("TOVAK_TRANSLATE_TEST_CACHE")
+    if cache:
+        key = hashlib.sha256(f"{shell}\0{text.replace(tmp, '@TMP@')}".encode())
+        for program in ["tovak", "libtovak.so", "Fendix"]:
+            key.update(Path(BIN, program).read_bytes())
+        kept = Path(cache, key.hexdigest())
+        if not kept.exists():
+            os.makedirs(cache, exist_ok=True)
+            with tempfile.NamedTemporaryFile(dir=cache, delete=False) as fresh:
+                fresh.write(run_log_afresh(shell, text, tmp).replace(tmp.encode(), b"@TMP@"))
+            os.replace(fresh.name, kept)
+        return kept.read_bytes().replace(b"@TMP@", tmp.encode())
+    return run_log_afresh(shell, text, tmp)
+
+
 # The log of one whole run, in a fresh directory where only the programs the scripts name
 # are found, so that values the launcher hands the shell as syntax touch nothing else.
-def run_log(shell, text, tmp):
+def run_log_afresh(shell, text, tmp):
     home = tempfile.mkdtemp(dir=tmp)
     os.mkdir(home + "/path")
     for name, target in [("tovak", BIN), ("Fendix", BIN), ("cat", "/bin"), ("env", "/usr/bin"), ("nice", "/usr/bin")]:
