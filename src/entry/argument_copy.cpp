@@ -15,8 +15,7 @@ void* allocateOrExit(std::size_t size) {
   return memory;
 }
 
-char* copyOf(const char* text) {
-  const std::size_t length = text != nullptr ? std::strlen(text) : 0;
+char* copyOf(const char* text, std::size_t length) {
   char* copy = static_cast<char*>(allocateOrExit(length + 1));
   if (length > 0) {
     std::memcpy(copy, text, length);
@@ -31,11 +30,18 @@ ArgumentCopy::ArgumentCopy(int argc, char** argv) {
   if (argc <= 0 || argv == nullptr) {
     return;
   }
-  strings_ = argc <= kInlineCount ? inlineStrings_
-                                  : static_cast<char**>(allocateOrExit(
-                                        sizeof(char*) * static_cast<std::size_t>(argc)));
+  if (argc <= kInlineCount) {
+    strings_ = inlineStrings_;
+    lengths_ = inlineLengths_;
+  } else {
+    // One block: the pointers, then the lengths.
+    const auto count = static_cast<std::size_t>(argc);
+    strings_ = static_cast<char**>(allocateOrExit((sizeof(char*) + sizeof(std::size_t)) * count));
+    lengths_ = reinterpret_cast<std::size_t*>(strings_ + count);
+  }
   for (int i = 0; i < argc; ++i) {
-    strings_[i] = copyOf(argv[i]);
+    lengths_[i] = argv[i] != nullptr ? std::strlen(argv[i]) : 0;
+    strings_[i] = copyOf(argv[i], lengths_[i]);
     count_ = i + 1;
   }
 }
@@ -49,13 +55,10 @@ ArgumentCopy::~ArgumentCopy() {
   }
 }
 
-void blankArguments(int argc, char** argv) {
-  if (argv == nullptr) {
-    return;
-  }
-  for (int i = 1; i < argc; ++i) {
+void ArgumentCopy::blankOriginals(char** argv) const {
+  for (int i = 1; i < count_; ++i) {
     if (argv[i] != nullptr) {
-      std::memset(argv[i], ' ', std::strlen(argv[i]));
+      std::memset(argv[i], ' ', lengths_[i]);
     }
   }
 }

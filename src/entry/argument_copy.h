@@ -4,6 +4,8 @@
 #ifndef TOVAK_ENTRY_ARGUMENT_COPY_H
 #define TOVAK_ENTRY_ARGUMENT_COPY_H
 
+#include <cstddef>
+
 namespace tovak {
 
 class ArgumentCopy {
@@ -18,17 +20,20 @@ class ArgumentCopy {
   int count() const { return count_; }
   char** strings() const { return strings_; }
 
+  // Overwrites every byte of the copied argv[1..argc-1] with a blank, keeping each length;
+  // argv[0] stays. The lengths are the copies': the strings are not measured again.
+  void blankOriginals(char** argv) const;
+
  private:
   // A launcher's usual vector fits here; a longer one gets a table sized from argc.
   static constexpr int kInlineCount = 50;
 
   int count_ = 0;
   char** strings_ = nullptr;
+  std::size_t* lengths_ = nullptr;
   char* inlineStrings_[kInlineCount];
+  std::size_t inlineLengths_[kInlineCount];
 };
-
-// Overwrites every byte of argv[1..argc-1] with a blank, keeping each length; argv[0] stays.
-void blankArguments(int argc, char** argv);
 
 }  // namespace tovak
 

@@ -15,11 +15,21 @@ constexpr std::size_t kPathBufferSize = 4096;
 // Where no program can be: what a path function gives when it cannot be sure.
 constexpr const char* kNowhere = "/dev/null/";
 
-// "/opt/t/launcher" gives "/opt/t/"; a text without "/" stays whole.
-std::string directoryOf(std::string_view path) {
+// "/opt/t/launcher" gives "/opt/t/"; a text without "/" stays whole. With room for more
+// after it, where the caller appends to it.
+std::string directoryOf(std::string_view path, std::size_t room = 0) {
   const std::size_t slash = path.rfind('/');
-  return std::string(slash == std::string_view::npos ? path : path.substr(0, slash + 1));
+  const std::string_view directory =
+      slash == std::string_view::npos ? path : path.substr(0, slash + 1);
+  std::string text;
+  text.reserve(directory.size() + room);
+  text.append(directory);
+  return text;
 }
+
+// exec puts "./Fendix " and the translated line after the directory: with this much room a
+// usual line needs no second buffer.
+constexpr std::size_t kCommandRoom = 256;
 
 // "/proc/<pid>/exe", written by hand: formatting it with snprintf cost more than the rest
 // of the lookup.
@@ -58,7 +68,7 @@ std::string GetCurProcessPathLin() {
   if (length <= 0 || static_cast<std::size_t>(length) >= sizeof target) {
     return kNowhere;
   }
-  return directoryOf(std::string_view(target, static_cast<std::size_t>(length)));
+  return directoryOf(std::string_view(target, static_cast<std::size_t>(length)), kCommandRoom);
 }
 
 std::string GetModulePathLin(void* address) {
