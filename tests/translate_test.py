@@ -229,6 +229,12 @@ with tempfile.TemporaryDirectory() as tmp:
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
     expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[:2], (2, "-:2: mentions tovak\n"))
+    # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
+    words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
+    expect("mentions", tool(["--script", "--check", "-"], 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n")[1],
+           "-:4: mentions tovak\n-:5: mentions tovak\n-:7: mentions tovak\n")
+    indented = '\t # tovak-translate: left as it is: the Fendix line would hand \'#\' to the shell as syntax\n\t tovak co -l "#"\n'
+    expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]], [indented] * 2)
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
                            ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
                            ("y=`: # `; tovak co", "a comment or here-document inside backquotes"),
