@@ -98,14 +98,15 @@ class OptionIndex {
     bool valued;
     bool listed;  // found in the table of the check
   };
-  // A typical line's slots fit here and need no allocation.
-  // A slot at most a quarter full: a name the line lacks then meets an empty slot at once.
+  // Slots at most a quarter full: a name the line lacks mostly meets an empty slot at once.
   static constexpr std::size_t kSlotsPerToken = 4;
+  // A typical line's slots and entries fit inline and need no allocation.
   static constexpr std::size_t kInlineSlots = 128;
+  // Names up to this size are told apart by their key alone.
   static constexpr std::size_t kWholeKeyBytes = 16;
 
-  // Every question comes down to this, so it is inline and makes no call for a short name.
-  // The slot that holds the name, or the empty one where it would go.
+  // The slot that holds the name, or the empty one where it would go. Every question comes
+  // down to this, so it is inline and makes no call for a short name.
   std::size_t slotFor(const Key& key, std::string_view name) const {
     std::size_t slot = slotOf(key);
     for (; slots_[slot] != 0; slot = (slot + 1) & slotMask_) {
@@ -165,7 +166,7 @@ class OptionIndex {
   std::uint32_t* slots_;  // open addressing: 1 + an index into entries_, or 0
   unsigned slotShift_;    // 64 less the number of bits a slot number has
   std::size_t slotMask_;
-  std::uint64_t seed_;  // differs from run to run, so that no line can be made to collide
+  std::uint64_t seed_;  // differs from run to run: a line cannot be built to collide
   Entry inlineEntries_[kInlineSlots / kSlotsPerToken];  // never more names than tokens
   std::uint32_t inlineSlots_[kInlineSlots];
   std::unique_ptr<Entry[]> heapEntries_;
