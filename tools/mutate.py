@@ -12,6 +12,7 @@ mutant means the same as the original; list those in tools/mutation_equivalents.
     tools/mutate.py launcher/exit_code         # files whose path contains the text
     tools/mutate.py --sample 20 --seed 1       # 20 picked at random
     tools/mutate.py --work /tmp/mutate-work --jobs 2   # keep the builds for the next run
+    tools/mutate.py --again survivors.txt      # only what survived, as printed on stdout
 
 Survivors are printed on stdout, progress on stderr. Exit status: 0 when no mutant
 survived, 1 when one did, 2 when the unmutated tree does not build or pass its tests.
@@ -588,6 +589,9 @@ def parse_arguments():
     parser.add_argument("--jobs", type=int, default=1, help="scratch copies run in parallel")
     parser.add_argument("--sample", type=int, metavar="N", help="run N mutants picked at random")
     parser.add_argument("--seed", type=int, default=0, help="seed for --sample")
+    parser.add_argument("--again", metavar="REPORT",
+                        help="run only the survivors an earlier run printed to this file, as after"
+                             " new tests")
     parser.add_argument("--log", metavar="FILE",
                         help="write the tests' output for each mutant here, to see which check"
                              " caught it")
@@ -604,6 +608,9 @@ def main():
     mark_equivalents(mutants, REPO / EQUIVALENTS_FILE)
     if arguments.filters:
         mutants = [m for m in mutants if any(text in m.file for text in arguments.filters)]
+    if arguments.again:
+        survivors = set(Path(arguments.again).read_text(encoding="utf-8").splitlines())
+        mutants = [m for m in mutants if f"{m.file}:{m.line} {m.original} -> {m.mutated}" in survivors]
     if arguments.list:
         list_mutants(mutants)
         return 0
