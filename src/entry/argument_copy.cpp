@@ -26,7 +26,7 @@ char* copyOf(const char* text, std::size_t length) {
 
 }  // namespace
 
-ArgumentCopy::ArgumentCopy(int argc, char** argv) {
+ArgumentCopy::ArgumentCopy(int argc, char** argv) : originals_(argv) {
   if (argc <= 0 || argv == nullptr) {
     return;
   }
@@ -55,10 +55,10 @@ ArgumentCopy::~ArgumentCopy() {
   }
 }
 
-void ArgumentCopy::blankOriginals(char** argv) const {
+void ArgumentCopy::blankOriginals() const {
   for (int i = 1; i < count_; ++i) {
-    if (argv[i] != nullptr) {
-      std::memset(argv[i], ' ', lengths_[i]);
+    if (originals_[i] != nullptr) {
+      std::memset(originals_[i], ' ', lengths_[i]);
     }
   }
 }

@@ -22,12 +22,13 @@ class ArgumentCopy {
 
   // Overwrites every byte of the copied argv[1..argc-1] with a blank, keeping each length;
   // argv[0] stays. The lengths are the copies': the strings are not measured again.
-  void blankOriginals(char** argv) const;
+  void blankOriginals() const;
 
  private:
   // A launcher's usual vector fits here; a longer one gets a table sized from argc.
   static constexpr int kInlineCount = 50;
 
+  char** originals_;
   int count_ = 0;
   char** strings_ = nullptr;
   std::size_t* lengths_ = nullptr;

@@ -41,7 +41,7 @@ std::unique_ptr<CommandBase> createTranslator(const std::string& word, Parameter
 
 Translation translateArguments(int argc, char** argv) {
   const ArgumentCopy copy(argc, argv);
-  copy.blankOriginals(argv);
+  copy.blankOriginals();
   Parameters parameters(copy.count(), copy.strings());
   if (!parameters.checkValidParametersFormat()) {
     return Translation{};

@@ -87,7 +87,7 @@ OptionIndex::OptionIndex(const Parameters& parameters)
       entry.valued = true;
       value = token.substr(name.size() + 1);
     }
-    entry.option.value = value;
+    entry.option = Option{value.data(), value.size()};
   }
 }
 
@@ -98,8 +98,8 @@ OptionIndex::TableCheck OptionIndex::checkAgainst(const SupportedParameterTable&
     Entry* second = entryNamed(row.second);
     if (first != nullptr) first->listed = true;
     if (second != nullptr) second->listed = true;
-    const bool bothValued = first != nullptr && second != nullptr && !first->option.value.empty() &&
-                            !second->option.value.empty();
+    const bool bothValued = first != nullptr && second != nullptr && first->option.size != 0 &&
+                            second->option.size != 0;
     if (bothValued && check.conflict == nullptr) {
       check.conflict = &row;
     }
@@ -120,7 +120,7 @@ OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
     Entry& added = entries_[entryCount_++];
     added.key = key;
     added.name = name.data();
-    added.option.value = std::string_view();
+    added.option = Option{nullptr, 0};
     added.valued = false;
     added.listed = false;
     slots_[slot] = static_cast<std::uint32_t>(entryCount_);
@@ -159,8 +159,8 @@ std::string_view valueInEitherForm(const OptionIndex& index, std::string_view pa
 std::string_view valueInEitherForm(const OptionIndex::Option* option1,
                                    const OptionIndex::Option* option2, std::string_view parameter1,
                                    std::string_view parameter2) {
-  const std::string_view value1 = option1 != nullptr ? option1->value : std::string_view();
-  const std::string_view value2 = option2 != nullptr ? option2->value : std::string_view();
+  const std::string_view value1 = OptionIndex::valueOf(option1);
+  const std::string_view value2 = OptionIndex::valueOf(option2);
   if (!value1.empty() && !value2.empty()) {
     const std::string first(parameter1);
     writeLine("Warning: Should not set \"" + first + "\" and \"" + std::string(parameter2) +

@@ -47,10 +47,18 @@ bool isInTable(std::string_view name, const SupportedParameterTable& table);
 
 class OptionIndex {
  public:
-  // What the line says about an option name that some token gives.
+  // What the line says about an option name that some token gives: its first value, ""
+  // when it has none. Plain fields, so that an index's inline entries cost nothing until
+  // a name is added.
   struct Option {
-    std::string_view value;  // its first value, "" when it has none
+    const char* data;
+    std::size_t size;
+    std::string_view value() const { return std::string_view(data, size); }
   };
+  // The value of an option that may be absent: "" for nullptr.
+  static std::string_view valueOf(const Option* option) {
+    return option != nullptr ? option->value() : std::string_view();
+  }
 
   // Reads the parameters' tokens, which must outlive the index.
   explicit OptionIndex(const Parameters& parameters);
@@ -60,21 +68,15 @@ class OptionIndex {
   // nullptr when no token names the option. A name that no token can give (empty, without
   // a dash, a long name with "=", a lone "-") is never set.
   const Option* find(std::string_view name) const {
-    if (name.empty()) {
-      return nullptr;
-    }
-    const std::uint32_t taken = slots_[slotFor(keyOf(name), name)];
-    return taken != 0 ? &entries_[taken - 1].option : nullptr;
+    const Entry* entry = name.empty() ? nullptr : entryOf(name);
+    return entry != nullptr ? &entry->option : nullptr;
   }
   bool isSet(std::string_view name) const { return find(name) != nullptr; }
-  std::string_view valueOf(std::string_view name) const {
-    const Option* option = find(name);
-    return option != nullptr ? option->value : std::string_view();
-  }
+  std::string_view valueOf(std::string_view name) const { return valueOf(find(name)); }
   // How the line stands against a table, from two lookups per row: the first option name,
   // in the order of the tokens, that the table has in neither column (a lone "-" stands for
   // the empty name here), and the first row whose two forms both carry a value; nullptr for
-  // none. Made once per index: it marks the names it finds.
+  // none of either. Made once per index: it marks the names it finds.
   struct TableCheck {
     std::optional<std::string_view> unsupported;
     const SupportedParameterTable::value_type* conflict = nullptr;
@@ -82,15 +84,15 @@ class OptionIndex {
   TableCheck checkAgainst(const SupportedParameterTable& table);
 
  private:
-  // A name as the table compares it: its size and up to 16 of its bytes, read as two
-  // words. For a name of at most 16 bytes the three tell it whole, so that finding it costs
-  // three comparisons and no call; a longer one is compared byte for byte as well.
+  // A name as the table compares it: its size and two words read from it. For a name of at
+  // most 16 bytes the three tell it whole, so that finding it costs three comparisons and
+  // no call; a longer one has its middle folded into the first word and is compared byte
+  // for byte as well.
   struct Key {
     std::size_t size;
     std::uint64_t low;
     std::uint64_t high;
   };
-  // Plain fields, so that the inline array costs nothing until a name is added.
   struct Entry {
     Key key;
     const char* name;
@@ -118,12 +120,14 @@ class OptionIndex {
     }
     return slot;
   }
-  Entry* entryNamed(std::string_view name) {
-    if (name.empty()) {
-      return emptyName_;  // a table's empty column, which only a lone "-" gives
-    }
+  const Entry* entryOf(std::string_view name) const {
     const std::uint32_t taken = slots_[slotFor(keyOf(name), name)];
     return taken != 0 ? &entries_[taken - 1] : nullptr;
+  }
+  // The same for the check, which marks what it finds; the empty name is a table's empty
+  // column, which only a lone "-" gives.
+  Entry* entryNamed(std::string_view name) {
+    return const_cast<Entry*>(name.empty() ? emptyName_ : entryOf(name));
   }
   static Key keyOf(std::string_view name) {
     const char* bytes = name.data();

@@ -27,10 +27,6 @@ std::string directoryOf(std::string_view path, std::size_t room = 0) {
   return text;
 }
 
-// exec puts "./Fendix " and the translated line after the directory: with this much room a
-// usual line needs no second buffer.
-constexpr std::size_t kCommandRoom = 256;
-
 // "/proc/<pid>/exe", written by hand: formatting it with snprintf cost more than the rest
 // of the lookup.
 void linkPathOf(pid_t pid, char (&path)[32]) {
@@ -54,11 +50,12 @@ bool isBareFileName(const char* name) {
 // realpath() wants room for PATH_MAX bytes; that is the 4096-byte buffer on Linux.
 static_assert(PATH_MAX <= kPathBufferSize, "realpath buffer too small");
 
-}  // namespace
+// exec puts "./Fendix " and the translated line after the directory it gets from
+// GetCurProcessPath: with this much room a usual line needs no second buffer.
+constexpr std::size_t kCommandRoom = 256;
 
-std::string GetCurProcessPath() { return GetCurProcessPathLin(); }
-
-std::string GetCurProcessPathLin() {
+// The running executable's directory, from its /proc entry.
+std::string processDirectory(std::size_t room) {
   char linkPath[32];
   linkPathOf(getpid(), linkPath);
   char target[kPathBufferSize];
@@ -68,8 +65,14 @@ std::string GetCurProcessPathLin() {
   if (length <= 0 || static_cast<std::size_t>(length) >= sizeof target) {
     return kNowhere;
   }
-  return directoryOf(std::string_view(target, static_cast<std::size_t>(length)), kCommandRoom);
+  return directoryOf(std::string_view(target, static_cast<std::size_t>(length)), room);
 }
+
+}  // namespace
+
+std::string GetCurProcessPath() { return processDirectory(kCommandRoom); }
+
+std::string GetCurProcessPathLin() { return processDirectory(0); }
 
 std::string GetModulePathLin(void* address) {
   Dl_info info{};
