@@ -55,3 +55,6 @@ x=$(: # it's
 ); echo ')
 tovak compare -F
 ' >>"$FENDIX_LOG"; s
+if false; then :; elif tovak co -D; then tovak co -F; else tovak co -L; fi; s
+for x in 1; do tovak co -i 2; done; _a=1 a1=2 tovak co -F; 1a=3 tovak co -D 2>/dev/null; s
+sudo tovak co -F 2>/dev/null; (exec tovak co -F); time tovak co -D 2>/dev/null; cat <<<x; s
