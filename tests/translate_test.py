@@ -173,6 +173,7 @@ with tempfile.TemporaryDirectory() as tmp:
     owner = lambda: (os.stat(tmp + "/real.sh").st_uid, os.stat(tmp + "/real.sh").st_gid)  # noqa: E731
     owned = owner()
     write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
+    expect("two scripts", tool(["--script", "kept.sh", "bare.sh"], cwd=tmp)[1], NEW * 2)
     for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["kept.sh"], 1), (["--no-backup", "bare.sh"], 0)]:
         expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
     expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
@@ -197,8 +198,8 @@ with tempfile.TemporaryDirectory() as tmp:
         write("t ail.sh", script)
         code, diff, _ = tool(["--script", "--diff", "t ail.sh"], cwd=tmp)
         subprocess.run(["patch", "-s", "-p0"], input=diff.encode(), cwd=tmp, check=True)
-        expect(f"--diff applied to {script!r}", (code, read("t ail.sh"), re.findall("^@@.*", diff, re.M)),
-               (2 if "'#'" in script else 0, tool(["--script", "-"], script)[1], hunks))
+        expect(f"--diff applied to {script!r}", (code, read("t ail.sh"), re.findall(r"^(?:@@|---|\+\+\+) .*", diff, re.M)),
+               (2 if "'#'" in script else 0, tool(["--script", "-"], script)[1], ["--- t ail.sh\t", "+++ t ail.sh\t", *hunks]))
     write("crlf.sh", "tovak co -F\r\n")
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
                                                         + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
@@ -248,6 +249,10 @@ with tempfile.TemporaryDirectory() as tmp:
     if not ARGS.sanitized:
         huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
         expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
+    # Each question to the library gives back the descriptors it took: 40 under a limit of 16.
+    few = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -L\n" * 40, capture_output=True,
+                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (16, 16)))
+    expect("descriptors", few.stdout.decode(), tool(["--script", "-"], "tovak co -L\n" * 40)[1])
     expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
 
 print("\n".join(failures) or "all passed")
