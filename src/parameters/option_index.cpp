@@ -117,10 +117,10 @@ OptionIndex::Entry& OptionIndex::findOrAdd(std::string_view name) {
   const Key key = keyOf(name);
   const std::size_t slot = slotFor(key, name);
   if (slots_[slot] == 0) {
+    // Its value is filled in by the constructor, from the tokens.
     Entry& added = entries_[entryCount_++];
     added.key = key;
     added.name = name.data();
-    added.option = Option{nullptr, 0};
     added.valued = false;
     added.listed = false;
     slots_[slot] = static_cast<std::uint32_t>(entryCount_);
