@@ -139,14 +139,14 @@ class OptionIndex {
                  : Key{size, wordAt<std::uint64_t>(bytes), wordAt<std::uint64_t>(bytes + size - 8)};
     }
     if (size >= 4) {
-      return Key{size, wordAt<std::uint32_t>(bytes) | wordAt<std::uint32_t>(bytes + size - 4) << 32,
-                 0};
+      return Key{size, wordAt<std::uint32_t>(bytes), wordAt<std::uint32_t>(bytes + size - 4)};
     }
     if (size >= 2) {
-      return Key{size, wordAt<std::uint16_t>(bytes) | wordAt<std::uint16_t>(bytes + size - 2) << 16,
-                 0};
+      return Key{size, wordAt<std::uint16_t>(bytes), wordAt<std::uint16_t>(bytes + size - 2)};
     }
-    return Key{size, size != 0 ? static_cast<unsigned char>(bytes[0]) : 0u, 0};
+    // No token gives a one-byte name; the empty one of a lone "-" is added under this key
+    // and found by the check without it.
+    return Key{size, 0, 0};
   }
   // Multiply and shift: the top bits of the product depend on every bit of the key.
   std::size_t slotOf(const Key& key) const {
