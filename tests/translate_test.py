@@ -70,15 +70,15 @@ def prove(label, text, wanted):
         text = PRELUDE + text.replace("@BIN@", BIN).replace("@LINK@", tmp + "/link")
         code, rewritten, summary = tool(["--script", "-"], text)
         counts = re.search(r"(\d+) invocations translated, (\d+) left, (\d+) refused", summary)
-        found = tuple(int(n) for n in counts.groups()) if counts else (0, 0, 0)
-        if found != wanted if isinstance(wanted, tuple) else found[0] < wanted:
-            return failures.append(f"{label}: {found} invocations translated, left, refused; wanted {wanted}")
+        counted = tuple(int(n) for n in counts.groups()) if counts else (0, 0, 0)
+        if counted != wanted if isinstance(wanted, tuple) else counted[0] < wanted:
+            return failures.append(f"{label}: {counted} invocations translated, left, refused; wanted {wanted}")
         expect(f"{label}: rewritten again", tool(["--script", "-"], rewritten)[1], rewritten)
         # --check lists each invocation the summary counts; the status says whether any is left.
-        found = tool(["--script", "--check", "-"], text)[1]
+        listed = tool(["--script", "--check", "-"], text)[1]
         expect(f"{label}: --check and the status agree with the summary",
-               [found.count(f": {kind}") for kind in ("legacy syntax, translates to", "left as it is:", "refused by")] + [code],
-               [int(n) for n in counts.groups()] + [2 if int(counts[2]) + int(counts[3]) else 0])
+               [listed.count(f": {kind}") for kind in ("legacy syntax, translates to", "left as it is:", "refused by")] + [code],
+               [*counted, 2 if counted[1] + counted[2] else 0])
         with concurrent.futures.ThreadPoolExecutor(4) as pool:
             runs = {(shell, t): pool.submit(run_log, shell, t, tmp) for shell in ["dash", "bash"] for t in [text, rewritten]}
         for shell in ["dash", "bash"]:
