@@ -6,6 +6,10 @@
 #include "tovak/command_base.h"
 #include "tovak/export.h"
 
+namespace tovak {
+class OwnTranslators;
+}  // namespace tovak
+
 class TOVAK_API AcquireCommand : public CommandBase {
  public:
   explicit AcquireCommand(Parameters* parameters);
@@ -13,6 +17,11 @@ class TOVAK_API AcquireCommand : public CommandBase {
 
   void addSupportedParameters() override;
   bool translateParameters() override;
+
+ private:
+  // The library's own translation from a shared index; a friend adds no member and no
+  // exported name.
+  friend class tovak::OwnTranslators;
 };
 
 #endif  // TOVAK_ACQUIRE_COMMAND_H

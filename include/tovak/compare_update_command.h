@@ -8,6 +8,10 @@
 #include "tovak/command_base.h"
 #include "tovak/export.h"
 
+namespace tovak {
+class OwnTranslators;
+}  // namespace tovak
+
 class TOVAK_API CompareUpdateCommand : public CommandBase {
  public:
   // commandName is the full word, "compare" or "update".
@@ -21,6 +25,10 @@ class TOVAK_API CompareUpdateCommand : public CommandBase {
   std::string getMatchValueFromString(std::string value, std::string key);
 
  private:
+  // The library's own translation from a shared index; a friend adds no member and no
+  // exported name.
+  friend class tovak::OwnTranslators;
+
   std::string commandName;
 };
 

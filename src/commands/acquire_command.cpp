@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/option_text.h"
+#include "commands/own_translators.h"
 #include "platform/console.h"
 
 AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters) {}
@@ -33,8 +34,12 @@ void AcquireCommand::addSupportedParameters() {
 }
 
 bool AcquireCommand::translateParameters() {
-  const tovak::OptionIndex index(*parameters);
-  addCommand("update acquire");
+  return tovak::OwnTranslators::translate(*this, tovak::OptionIndex(*parameters));
+}
+
+bool tovak::OwnTranslators::translate(AcquireCommand& command, const OptionIndex& index) {
+  std::string& commandLine = command.commandLine;
+  command.addCommand("update acquire");
   if (!tovak::translateValued(commandLine, index, "-l", "--local", "--dir")) {
     return false;
   }

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "commands/option_text.h"
+#include "commands/own_translators.h"
+#include "parameters/option_index.h"
 #include "platform/console.h"
 
 CommandBase::CommandBase(Parameters* parameters) : parameters(parameters) {}
@@ -14,7 +16,11 @@ bool CommandBase::checkConflictParameters() { return true; }
 
 bool CommandBase::run() {
   addSupportedParameters();
-  if (!checkSupportedParameters() || !checkConflictParameters() || !translateParameters()) {
+  // The same check as checkSupportedParameters(), on an index that the library's own
+  // translators then answer from: one pass over the tokens for the whole call.
+  tovak::OptionIndex index(*parameters);
+  if (!tovak::checkSupported(index, supportedParameters) || !checkConflictParameters() ||
+      !tovak::OwnTranslators::translate(*this, index)) {
     return false;
   }
   tovak::appendOption(commandLine, "--output", "/var/log/Zantor_Support/");

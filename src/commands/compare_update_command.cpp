@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "commands/option_text.h"
+#include "commands/own_translators.h"
 #include "platform/console.h"
 
 namespace {
@@ -56,8 +57,12 @@ void CompareUpdateCommand::addSupportedParameters() {
 }
 
 bool CompareUpdateCommand::translateParameters() {
-  const tovak::OptionIndex index(*parameters);
-  addCommand(commandName == "compare" ? "update compare" : "update flash");
+  return tovak::OwnTranslators::translate(*this, tovak::OptionIndex(*parameters));
+}
+
+bool tovak::OwnTranslators::translate(CompareUpdateCommand& command, const OptionIndex& index) {
+  std::string& commandLine = command.commandLine;
+  command.addCommand(command.commandName == "compare" ? "update compare" : "update flash");
   // "--type fw" appended as one text reads exactly like the name-value pair.
   if (!tovak::translateFlag(commandLine, index, "-F", "--firmware", "--type fw") ||
       !tovak::translateFlag(commandLine, index, "-D", "--drivers", "--type dd") ||

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/option_text.h"
+#include "commands/own_translators.h"
 
 QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameters) {}
 
@@ -21,11 +22,15 @@ void QuenmarkCommand::addSupportedParameters() {
 }
 
 bool QuenmarkCommand::translateParameters() {
-  const tovak::OptionIndex index(*parameters);
+  return tovak::OwnTranslators::translate(*this, tovak::OptionIndex(*parameters));
+}
+
+bool tovak::OwnTranslators::translate(QuenmarkCommand& command, const OptionIndex& index) {
+  std::string& commandLine = command.commandLine;
   // Without the scan flag the line has no subcommand and starts with the blank of its
   // first option; scripts rely on it being run all the same.
   if (tovak::isSetInEitherForm(index, "-s", "--scan")) {
-    addCommand("update scan");
+    command.addCommand("update scan");
   }
   if (!index.isSet("--vq-address")) {
     return tovak::checkNoCredentialsWithoutAddress(index, "--vq-address",
