@@ -117,6 +117,13 @@ void checkLayouts(char** vector) {  // "t qk -s"
       slotOf(&CommandBase::checkConflictParameters), slotOf(&CommandBase::translateParameters));
 }
 
+// A caller's class derived from one of the library's translators: run() must take its
+// translation, not the library's.
+struct OwnScan : QuenmarkCommand {
+  using QuenmarkCommand::QuenmarkCommand;
+  bool translateParameters() override { return addCommand("own"), true; }
+};
+
 void checkInterface(char** statuses) {
   char program[] = "t", dash[] = "-x";
   char* strings[] = {program, nullptr, dash, nullptr};
@@ -131,6 +138,8 @@ void checkInterface(char** statuses) {
   const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
   command.addParameter("word");
   command.addParameter("--pair", "a b");
+  OwnScan derived(&scan);
+  command.addParameter(derived.run() ? derived.getCommandLine() : "not run");
   Parameters none(0, nullptr);
   command.addParameter(CompareUpdateCommand(&none, "update")
                            .getMatchValueFromString("--user=u,--password=p", "--password="));
