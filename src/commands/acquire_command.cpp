@@ -11,26 +11,22 @@ AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters)
 AcquireCommand::~AcquireCommand() = default;
 
 void AcquireCommand::addSupportedParameters() {
-  // One row per line, as the option table reads.
-  // clang-format off
-  tovak::appendRows(supportedParameters, {
-      {"-l", "--local"},
-      {"-m", "--machine-type"},
-      {"--meta-only", ""},
-      {"-o", "--os"},
-      {"-L", "--latest"},
-      {"-i", "--id"},
-      {"-r", "--report"},
-      {"--proxy-address", ""},
-      {"--proxy-user", ""},
-      {"--proxy-port", ""},
-      {"--proxy-password", ""},
-      {"--no-proxy", ""},
-      {"--xml", ""},
-      {"-u", "--unattended"},
-      {"--ignore-req", ""},
-  });
-  // clang-format on
+  supportedParameters.reserve(supportedParameters.size() + 15);
+  tovak::appendRow(supportedParameters, "-l", "--local");
+  tovak::appendRow(supportedParameters, "-m", "--machine-type");
+  tovak::appendRow(supportedParameters, "--meta-only", "");
+  tovak::appendRow(supportedParameters, "-o", "--os");
+  tovak::appendRow(supportedParameters, "-L", "--latest");
+  tovak::appendRow(supportedParameters, "-i", "--id");
+  tovak::appendRow(supportedParameters, "-r", "--report");
+  tovak::appendRow(supportedParameters, "--proxy-address", "");
+  tovak::appendRow(supportedParameters, "--proxy-user", "");
+  tovak::appendRow(supportedParameters, "--proxy-port", "");
+  tovak::appendRow(supportedParameters, "--proxy-password", "");
+  tovak::appendRow(supportedParameters, "--no-proxy", "");
+  tovak::appendRow(supportedParameters, "--xml", "");
+  tovak::appendRow(supportedParameters, "-u", "--unattended");
+  tovak::appendRow(supportedParameters, "--ignore-req", "");
 }
 
 bool AcquireCommand::translateParameters() {
@@ -56,8 +52,7 @@ bool tovak::OwnTranslators::translate(AcquireCommand& command, const OptionIndex
   }
   if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
     if (!tovak::valueInEitherForm(index, "-L", "--latest").empty()) {
-      tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
-      return false;
+      return tovak::refuseCarriedValue("-L", "--latest");
     }
     if (!tovak::isSetInEitherForm(index, "-i", "--id")) {
       tovak::appendOption(commandLine, "--scope", "latest");

@@ -1,5 +1,6 @@
 #include "tovak/compare_update_command.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -15,8 +16,11 @@ std::string_view matchValueIn(std::string_view value, std::string_view key) {
   if (found == std::string_view::npos) {
     return std::string_view();
   }
-  const std::size_t start = found + key.size();
-  return value.substr(start, value.find_first_of(" ,", start) - start);
+  const std::string_view rest = value.substr(found + key.size());
+  // Not find_first_of(), which calls memchr() on the two stop characters for every byte.
+  const auto end =
+      std::find_if(rest.begin(), rest.end(), [](char c) { return c == ' ' || c == ','; });
+  return rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
 }
 
 }  // namespace
@@ -27,33 +31,26 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
-  // One row per line, as the option table reads.
-  // clang-format off
   supportedParameters.reserve(supportedParameters.size() + 16);
-  tovak::appendRows(supportedParameters, {
-      {"-F", "--firmware"},
-      {"-D", "--drivers"},
-      {"-f", "--force"},
-      {"-s", "--select"},
-      {"-l", "--local"},
-      {"-e", "--exclude"},
-      {"-i", "--include"},
-      {"-L", "--latest"},
-  });
+  tovak::appendRow(supportedParameters, "-F", "--firmware");
+  tovak::appendRow(supportedParameters, "-D", "--drivers");
+  tovak::appendRow(supportedParameters, "-f", "--force");
+  tovak::appendRow(supportedParameters, "-s", "--select");
+  tovak::appendRow(supportedParameters, "-l", "--local");
+  tovak::appendRow(supportedParameters, "-e", "--exclude");
+  tovak::appendRow(supportedParameters, "-i", "--include");
+  tovak::appendRow(supportedParameters, "-L", "--latest");
   // Skipping the inventory scan only makes sense when something is flashed.
   if (commandName == "update") {
-    tovak::appendRows(supportedParameters, {{"--noinventory", ""}});
+    tovak::appendRow(supportedParameters, "--noinventory", "");
   }
-  tovak::appendRows(supportedParameters, {
-      {"-o", "--linuxoverride"},
-      {"--vmware-esxi", ""},
-      {"--host", ""},
-      {"--update-args", ""},
-      {"-m", "--machine-type"},
-      {"-u", "--unattended"},
-      {"--xml", ""},
-  });
-  // clang-format on
+  tovak::appendRow(supportedParameters, "-o", "--linuxoverride");
+  tovak::appendRow(supportedParameters, "--vmware-esxi", "");
+  tovak::appendRow(supportedParameters, "--host", "");
+  tovak::appendRow(supportedParameters, "--update-args", "");
+  tovak::appendRow(supportedParameters, "-m", "--machine-type");
+  tovak::appendRow(supportedParameters, "-u", "--unattended");
+  tovak::appendRow(supportedParameters, "--xml", "");
 }
 
 bool CompareUpdateCommand::translateParameters() {
@@ -88,8 +85,7 @@ bool tovak::OwnTranslators::translate(CompareUpdateCommand& command, const Optio
       const std::string latest(tovak::valueInEitherForm(index, "-L", "--latest"));
       tovak::writeLine(latest);
       if (!latest.empty()) {
-        tovak::writeLine(tovak::carryValueMessage("-L", "--latest"));
-        return false;
+        return tovak::refuseCarriedValue("-L", "--latest");
       }
       tovak::appendOption(commandLine, "--scope", "latest");
     }

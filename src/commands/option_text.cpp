@@ -14,16 +14,6 @@ std::string bothNames(const std::string& parameter1, const std::string& paramete
   return parameter2.empty() ? parameter1 : parameter1 + " or " + parameter2;
 }
 
-}  // namespace
-
-void appendRows(SupportedParameterTable& table, std::initializer_list<OptionRow> rows) {
-  table.reserve(table.size() + rows.size());
-  for (const OptionRow& row : rows) {
-    table.emplace_back(std::piecewise_construct, std::forward_as_tuple(row.first),
-                       std::forward_as_tuple(row.second));
-  }
-}
-
 std::string carryValueMessage(const std::string& parameter1, const std::string& parameter2) {
   return "The parameter " + bothNames(parameter1, parameter2) + " can not carry value. ";
 }
@@ -31,6 +21,8 @@ std::string carryValueMessage(const std::string& parameter1, const std::string& 
 std::string emptyValueMessage(const std::string& parameter1, const std::string& parameter2) {
   return "The parameter value of " + bothNames(parameter1, parameter2) + " can not be empty. ";
 }
+
+}  // namespace
 
 std::string credentialValue(std::string_view user, std::string_view password,
                             std::string_view address) {
@@ -66,33 +58,14 @@ void appendOption(std::string& line, std::string_view name, std::string_view val
   if (quoted) line += '"';
 }
 
-bool translateFlag(std::string& line, const OptionIndex& index, std::string_view parameter1,
-                   std::string_view parameter2, std::string_view targetOption) {
-  const OptionIndex::Option *option1 = index.find(parameter1), *option2 = index.find(parameter2);
-  if (option1 == nullptr && option2 == nullptr) {
-    return true;
-  }
-  if (!valueInEitherForm(option1, option2, parameter1, parameter2).empty()) {
-    writeLine(carryValueMessage(std::string(parameter1), std::string(parameter2)));
-    return false;
-  }
-  appendWord(line, targetOption);
-  return true;
+bool refuseCarriedValue(std::string_view parameter1, std::string_view parameter2) {
+  writeLine(carryValueMessage(std::string(parameter1), std::string(parameter2)));
+  return false;
 }
 
-bool translateValued(std::string& line, const OptionIndex& index, std::string_view parameter1,
-                     std::string_view parameter2, std::string_view targetOption) {
-  const OptionIndex::Option *option1 = index.find(parameter1), *option2 = index.find(parameter2);
-  if (option1 == nullptr && option2 == nullptr) {
-    return true;
-  }
-  const std::string_view value = valueInEitherForm(option1, option2, parameter1, parameter2);
-  if (value.empty()) {
-    writeLine(emptyValueMessage(std::string(parameter1), std::string(parameter2)));
-    return false;
-  }
-  appendOption(line, targetOption, value);
-  return true;
+bool refuseEmptyValue(std::string_view parameter1, std::string_view parameter2) {
+  writeLine(emptyValueMessage(std::string(parameter1), std::string(parameter2)));
+  return false;
 }
 
 }  // namespace tovak

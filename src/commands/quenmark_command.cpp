@@ -10,15 +10,11 @@ QuenmarkCommand::QuenmarkCommand(Parameters* parameters) : CommandBase(parameter
 QuenmarkCommand::~QuenmarkCommand() = default;
 
 void QuenmarkCommand::addSupportedParameters() {
-  // One row per line, as the option table reads.
-  // clang-format off
-  tovak::appendRows(supportedParameters, {
-      {"-s", "--scan"},
-      {"--vq-address", ""},
-      {"--vq-user", ""},
-      {"--vq-password", ""},
-  });
-  // clang-format on
+  supportedParameters.reserve(supportedParameters.size() + 4);
+  tovak::appendRow(supportedParameters, "-s", "--scan");
+  tovak::appendRow(supportedParameters, "--vq-address", "");
+  tovak::appendRow(supportedParameters, "--vq-user", "");
+  tovak::appendRow(supportedParameters, "--vq-password", "");
 }
 
 bool QuenmarkCommand::translateParameters() {
