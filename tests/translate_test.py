@@ -62,7 +62,7 @@ def run_log_afresh(shell, text, tmp):
 
 
 # wanted: the exact counts of translated, left and refused invocations, or the least number
-# translated for a generated script.
+# translated.
 def prove(label, text, wanted):
     with tempfile.TemporaryDirectory() as tmp:
         os.mkdir(tmp + "/link")
@@ -126,7 +126,9 @@ def generate(r, count):
 
 
 prove("hand-written script", Path(ARGS.script).read_text(), (33, 18, 4))
-prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed), ARGS.count), ARGS.count // 5)
+# CI's seed pinned whole: a line newly left or refused is a change of reach, not only of proof.
+prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed), ARGS.count),
+      (221, 122, 59) if (ARGS.seed, ARGS.count) == (1, 500) else ARGS.count // 5)
 
 # The README's before and after.
 section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
