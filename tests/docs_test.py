@@ -47,7 +47,15 @@ for label, template, output, wanted in (
         expect(label, (done.returncode, written or done.stderr), (wanted[0], wanted[1].format(work=work)))
 expect("a short name with a value", "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
 
-# Words typed so far, the last one being completed, and the words offered.
+# Words typed so far, the last one being completed: what the completion offers.
+def completed(*words):
+    complete = "_tovak" if words[0] == "tovak" else "_tovak_translate"
+    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}"'
+    done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd="/")
+    expect(f"no complaint completing {words}", done.stderr, "")
+    return done.stdout.split()
+
+
 for words, wanted in (
     (["tovak", ""], "--help --version compare co update up acquire ac quenmark qk"),
     (["tovak", "qk", "--vq-"], "--vq-address --vq-user --vq-password"),
@@ -58,18 +66,10 @@ for words, wanted in (
     (["tovak-translate", "--script", "--d"], "--diff"),
     (["tovak-translate", "--sc"], "--script"),
 ):
-    complete = "_tovak" if words[0] == "tovak" else "_tovak_translate"
-    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}"'
-    done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd="/")
-    expect(f"completion of {words}", (done.stdout, done.stderr), (wanted + "\n", ""))
+    expect(f"completion of {words}", completed(*words), wanted.split())
 
 # tovak-translate's own options, as its help lists them, are what the completion offers and
 # the manual describes.
-def completed(*words):
-    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _tovak_translate; echo "${{COMPREPLY[*]}}"'
-    return subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True).stdout.split()
-
-
 options = set(re.findall(r"--[a-z-]+", subprocess.run([TRANSLATE, "--help"], capture_output=True, text=True).stdout))
 offered = set(completed("tovak-translate", "--") + completed("tovak-translate", "--script", "--"))
 expect("the translator's options completed", offered, options | {"--help", "--version"})

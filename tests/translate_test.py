@@ -4,14 +4,14 @@
 # stand-in Fendix logs every argument list and the scripts every status, and the logs must be
 # identical. Then the README's example, line mode and the file options.
 #
-# usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
-import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
+# usage: translate_test.py BIN_DIR SCRIPT README --failing-call LIBRARY [--seed N] [--count N]
+import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, subprocess, sys, tempfile
 from pathlib import Path
 
 parser = argparse.ArgumentParser()
 parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
 parser.add_argument("--seed", type=int, default=1), parser.add_argument("--count", type=int, default=500)
-parser.add_argument("--failing-call")  # a library to preload that makes one call fail
+parser.add_argument("--failing-call", required=True)  # a library to preload that makes one call fail
 parser.add_argument("--sanitized", action="store_true")  # a sanitizer cannot start under an address-space limit
 ARGS = parser.parse_args()
 BIN = os.path.realpath(ARGS.bin)
@@ -185,9 +185,9 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
     # One file call failing at a time: a failed replacement leaves the file, and nothing beside it.
     os.mkdir(tmp + "/f")
-    for fault, refusal in [("read 4", ""), ("read 5", "cannot read s.sh"), ("write 4", ""), ("write 5", f"cannot write {tmp}/f/.s.sh.XXXXXX"),
+    for fault, refusal in [("read 4", ""), ("read 5", "cannot read s.sh"), ("write 4", ""), ("write 0", ""), ("write 5", f"cannot write {os.path.realpath(tmp)}/f/.s.sh.XXXXXX"),
                            ("mkstemp 5", f"cannot create a temporary file beside {os.path.realpath(tmp)}/f/s.sh"), ("fchown 1", ""),
-                           ("fsync 5", f"cannot write {tmp}/f/.s.sh.XXXXXX"), ("link 5", "cannot replace s.sh"),
+                           ("fsync 5", f"cannot write {os.path.realpath(tmp)}/f/.s.sh.XXXXXX"), ("link 5", "cannot replace s.sh"),
                            ("rename 5", "cannot replace s.sh"), ("realpath 5", "cannot resolve s.sh")]:
         write("f/s.sh", LEGACY)
         done = subprocess.run([TOOL, "--script", "--in-place", "s.sh"], cwd=tmp + "/f", capture_output=True, env={

@@ -97,7 +97,7 @@ bool replaceScript(const std::string& path, const std::string& text, bool backup
   // A second name for the old file is its backup: nothing is copied, and the link fails
   // rather than overwrite a backup that appeared meanwhile.
   const bool linked = backup && link(target.c_str(), backupName.c_str()) == 0;
-  if (backup != linked || rename(temporary.c_str(), target.c_str()) != 0) {
+  if ((backup && !linked) || rename(temporary.c_str(), target.c_str()) != 0) {
     fail(error, "cannot replace " + path);
     unlink(temporary.c_str());
     // A backup left behind would refuse the next run on a file that never changed.

@@ -6,10 +6,6 @@
 #include "tovak/command_base.h"
 #include "tovak/export.h"
 
-namespace tovak {
-class OwnTranslators;
-}  // namespace tovak
-
 class TOVAK_API AcquireCommand : public CommandBase {
  public:
   explicit AcquireCommand(Parameters* parameters);

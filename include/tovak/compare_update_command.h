@@ -8,10 +8,6 @@
 #include "tovak/command_base.h"
 #include "tovak/export.h"
 
-namespace tovak {
-class OwnTranslators;
-}  // namespace tovak
-
 class TOVAK_API CompareUpdateCommand : public CommandBase {
  public:
   // commandName is the full word, "compare" or "update".

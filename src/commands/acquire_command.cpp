@@ -54,7 +54,7 @@ bool tovak::OwnTranslators::translate(AcquireCommand& command, const OptionIndex
     if (!tovak::valueInEitherForm(index, "-L", "--latest").empty()) {
       return tovak::refuseCarriedValue("-L", "--latest");
     }
-    if (!tovak::isSetInEitherForm(index, "-i", "--id")) {
+    if (!byId) {
       tovak::appendOption(commandLine, "--scope", "latest");
     }
   }

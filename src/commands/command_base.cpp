@@ -20,7 +20,7 @@ bool CommandBase::run() {
   // translators then answer from: one pass over the tokens for the whole call.
   tovak::OptionIndex index(*parameters);
   if (!tovak::checkSupported(index, supportedParameters) || !checkConflictParameters() ||
-      !tovak::OwnTranslators::translate(*this, index)) {
+      !tovak::OwnTranslators::translateAny(*this, index)) {
     return false;
   }
   tovak::appendOption(commandLine, "--output", "/var/log/Zantor_Support/");

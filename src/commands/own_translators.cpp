@@ -15,7 +15,7 @@ bool isExactly(const std::type_info& type) {
 
 }  // namespace
 
-bool OwnTranslators::translate(CommandBase& translator, const OptionIndex& index) {
+bool OwnTranslators::translateAny(CommandBase& translator, const OptionIndex& index) {
   const std::type_info& type = typeid(translator);
   if (isExactly<CompareUpdateCommand>(type)) {
     return translate(static_cast<CompareUpdateCommand&>(translator), index);

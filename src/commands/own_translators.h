@@ -19,7 +19,7 @@ class OwnTranslators {
   // The translation of a translator that is exactly one of the library's classes, from the
   // index; any other, a caller's class derived from one included, through its own
   // translateParameters().
-  static bool translate(CommandBase& translator, const OptionIndex& index);
+  static bool translateAny(CommandBase& translator, const OptionIndex& index);
 
   // Each is defined beside its class's translateParameters().
   static bool translate(CompareUpdateCommand& command, const OptionIndex& index);
