@@ -93,7 +93,7 @@ def interface():
         "sizes 1, fields 1, slots 2 3 4\nThe parameter value of --x or -s can not be empty. \n"
         " The parameter2 should start with dash!\n The parameter2 should start with dash!\n"
         "The parameter: -s is not supported!Warning: The parameter -s or --select is not supported by fendix. It will be ignored!\n"
-        "steps 1011 update compare, update acquire\ntranslated 1011: flag word --pair \"a b\" own --output /var/log/Zantor_Support/ p\n"
+        "steps 10111 update compare, update acquire, update scan\ntranslated 1011: flag word --pair \"a b\" own --output /var/log/Zantor_Support/ p\n"
         "holes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
         "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
         "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"

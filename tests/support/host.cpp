@@ -143,12 +143,15 @@ void checkInterface(char** statuses) {
   // The steps of run() called one by one, as a caller may.
   CompareUpdateCommand compare(&scan, "compare");
   AcquireCommand acquire(&scan);
+  QuenmarkCommand quenmark(&scan);
   compare.addSupportedParameters();
   acquire.addSupportedParameters();
   const bool steps[] = {compare.checkSupportedParameters(), acquire.checkSupportedParameters(),
-                        compare.translateParameters(), acquire.translateParameters()};
-  std::printf("steps %d%d%d%d %s, %s\n", steps[0], steps[1], steps[2], steps[3],
-              compare.getCommandLine().c_str(), acquire.getCommandLine().c_str());
+                        compare.translateParameters(), acquire.translateParameters(),
+                        quenmark.translateParameters()};
+  std::printf("steps %d%d%d%d%d %s, %s, %s\n", steps[0], steps[1], steps[2], steps[3], steps[4],
+              compare.getCommandLine().c_str(), acquire.getCommandLine().c_str(),
+              quenmark.getCommandLine().c_str());
   Parameters none(0, nullptr);
   command.addParameter(CompareUpdateCommand(&none, "update")
                            .getMatchValueFromString("--user=u,--password=p", "--password="));
