@@ -32,7 +32,7 @@ x=$(tovak compare -F) && echo "$x" >/dev/null; s
 tovak acquire --proxy-user=admin; s
 tovak update -F --noinventory=1; s
 tovak Compare -F; s
-tovak compare -F | cat >/dev/null; s
+tovak compare -F </dev/null | cat >/dev/null; s
 tovak compare -F 2>&1 | (cat >/dev/null; tovak compare -D >/dev/null); s
 tovak compare -F <<EOT; s
 tovak compare -D

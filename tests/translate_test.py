@@ -135,7 +135,9 @@ prove(f"generated script (seed {ARGS.seed})", generate(random.Random(ARGS.seed),
 section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
 blocks = re.findall(r"```sh\n(.*?)```", section, re.S)
 expect("README example", tool(["--script", "-"], blocks[0])[1], blocks[1])
-expect("README --help", "$ tovak-translate --help\n" + tool(["--help"])[1], re.findall(r"```text\n(.*?)```", section, re.S)[0])
+usage = tool(["--help"])
+expect("README --help", (usage[0], "$ tovak-translate --help\n" + usage[1]), (0, re.findall(r"```text\n(.*?)```", section, re.S)[0]))
+expect("no arguments", tool([]), (1, "", usage[1]))
 
 USAGE = "tovak-translate: {}\n"
 for arguments, wanted in [
@@ -145,7 +147,8 @@ for arguments, wanted in [
         (["co", "--fendix", "x"], (1, "", "The command parameters are not vaild!\nIf the parameter starts with --, the next parameter should start with - or --.\n")),
         (["--script", "--fendix=/o/F", "-"], (0, "/o/F update compare --type fw --output /var/log/Zantor_Support/\n",
                                               USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))),
-        (["--", "co", "-F"], (0, "Fendix update compare --type fw --output /var/log/Zantor_Support/\n", "")),
+        (["--", "--version"], (1, "", "The command: --version is not supported.\n")),
+        (["--fendix", "/o/F"], (1, "", "Please specify the command!\n")),
         (["--version"], (0, "tovak-translate 1.0.0\n", "")),
         (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script"))),
         (["--script", "--diff", "--check", "-"], (1, "", USAGE.format("choose one of --diff, --in-place and --check"))),
@@ -218,6 +221,7 @@ with tempfile.TemporaryDirectory() as tmp:
             *[(f"{wrapper} tovak co -F | cat", translates) for wrapper in ["sudo", "exec", "command", "nohup", "time", "env"]],
             ("echo '/x/tovak' # tovak", "mentions tovak"),
             ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
+            ("/tovak co", "left as it is: cannot resolve /tovak: No such file or directory"), ("~/tovak co", "left as it is: an unquoted ~"),
             ("'/n\r\t\x01/tovak' co", "left as it is: cannot resolve /n\\r\\t\\x01/tovak: No such file or directory"),
             ("tovak co --fendix x", "refused by the library: The command parameters are not vaild!\\nIf the parameter starts with --, the next parameter should start with - or --."),
             (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
@@ -240,7 +244,10 @@ with tempfile.TemporaryDirectory() as tmp:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
-    expect("quoted delimiter", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\n')[:2], (2, "-:2: mentions tovak\n"))
+    # Here-documents quoted or not; an invocation inside the program word of another, listed after it.
+    expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\ncat <<E\n$(tovak co)\nE\n$(tovak co)/tovak\n')[:2],
+           (2, "-:2: mentions tovak\n-:5: left as it is: inside a command substitution\n"
+               "-:7: left as it is: a $ expansion\n-:7: left as it is: inside a command substitution\n"))
     # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
     words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
     expect("mentions", tool(["--script", "--check", "-"], 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n")[1],
