@@ -4,14 +4,13 @@
 # stand-in Fendix logs every argument list and the scripts every status, and the logs must be
 # identical. Then the README's example, line mode and the file options.
 #
-# usage: translate_test.py BIN_DIR SCRIPT README --failing-call LIBRARY [--seed N] [--count N]
-import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, subprocess, sys, tempfile
+# usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
+import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
 from pathlib import Path
 
 parser = argparse.ArgumentParser()
 parser.add_argument("bin"), parser.add_argument("script"), parser.add_argument("readme")
 parser.add_argument("--seed", type=int, default=1), parser.add_argument("--count", type=int, default=500)
-parser.add_argument("--failing-call", required=True)  # a library to preload that makes one call fail
 parser.add_argument("--sanitized", action="store_true")  # a sanitizer cannot start under an address-space limit
 ARGS = parser.parse_args()
 BIN = os.path.realpath(ARGS.bin)
@@ -186,18 +185,30 @@ with tempfile.TemporaryDirectory() as tmp:
                                 oct(os.stat(tmp + "/real.sh").st_mode & 0o7777), owner()), (True, NEW, LEGACY, "0o741", owned))
     expect("refused for its backup", (read("kept.sh"), read("kept.sh.orig")), (LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)), ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
-    # One file call failing at a time: a failed replacement leaves the file, and nothing beside it.
+    write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
+    expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
+        f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
+        USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    write("full.sh", LEGACY)  # the disk fills up part way through the rewritten file
+    cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
+                         preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))
+    expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
+    # One system call failing at a time (strace injects the error; not write(), which the
+    # sanitizers also call): a failed replacement leaves the file, and nothing beside it.
     os.mkdir(tmp + "/f")
-    for fault, refusal in [("read 4", ""), ("read 5", "cannot read s.sh"), ("write 4", ""), ("write 0", ""), ("write 5", f"cannot write {os.path.realpath(tmp)}/f/.s.sh.XXXXXX"),
-                           ("mkstemp 5", f"cannot create a temporary file beside {os.path.realpath(tmp)}/f/s.sh"), ("fchown 1", ""),
-                           ("fsync 5", f"cannot write {os.path.realpath(tmp)}/f/.s.sh.XXXXXX"), ("link 5", "cannot replace s.sh"),
-                           ("rename 5", "cannot replace s.sh"), ("realpath 5", "cannot resolve s.sh")]:
+    script, temporary = os.path.realpath(tmp) + "/f/s.sh", f"cannot write {os.path.realpath(tmp)}/f/.s.sh.XXXXXX"
+    for fault, refusal in [("read:error=EINTR:when=1", ""), ("read:error=EIO", "cannot read s.sh"), ("fchown:error=EPERM", ""),
+                           ("fsync:error=EIO", temporary), ("link:error=EIO", "cannot replace s.sh"),
+                           ("rename:error=EIO", "cannot replace s.sh"), ("readlink:error=EIO", "cannot resolve s.sh")
+                           ] if shutil.which("strace") else print("skipped: no strace to make system calls fail") or []:
         write("f/s.sh", LEGACY)
-        done = subprocess.run([TOOL, "--script", "--in-place", "s.sh"], cwd=tmp + "/f", capture_output=True, env={
-            **os.environ, "LD_PRELOAD": ARGS.failing_call, "TOVAK_FAIL": fault, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"})
-        summary = USAGE.format(f"{int(fault != 'read 5')} files read, {int(not refusal)} invocations translated, 0 left, 0 refused")
+        done = subprocess.run(["strace", "-f", "-qq", "-o", "/dev/null", *["-P", script] * (fault.split(":")[0] in ("read", "readlink")), "-e", "inject=" + fault,
+                               TOOL, "--script", "--in-place", "s.sh"], cwd=tmp + "/f", capture_output=True,
+                              env={**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"})  # no leak check under ptrace
+        summary = USAGE.format(f"{int(fault != 'read:error=EIO')} files read, {int(not refusal)} invocations translated, 0 left, 0 refused")
         expect(f"{fault} failing", (done.returncode, re.sub(r"\.s\.sh\.\w{6}", ".s.sh.XXXXXX", done.stderr.decode()), read("f/s.sh"), sorted(os.listdir(tmp + "/f"))),
-               (1, USAGE.format(refusal + ": Input/output error") + summary, LEGACY, ["s.sh"]) if refusal else (0, summary, NEW, ["s.sh", "s.sh.orig"]))
+               (1, USAGE.format(refusal + ": Input/output error") + summary, LEGACY, ["s.sh"]) if refusal else
+               (0, summary, NEW, ["s.sh", "s.sh.orig"]))
         shutil.rmtree(tmp + "/f"), os.mkdir(tmp + "/f")
     # Changes 6 lines apart share a hunk, 7 apart do not; a comment added; no final line end;
     # a change on the first line; two changes side by side; the last change 6 lines from the end.
