@@ -31,6 +31,8 @@ tovak compare -l "$HOME" \
 x=$(tovak compare -F) && echo "$x" >/dev/null; s
 tovak acquire --proxy-user=admin; s
 tovak update -F --noinventory=1; s
+cat <<-E >/dev/null; s
+	E
 tovak Compare -F; s
 tovak compare -F </dev/null | cat >/dev/null; s
 tovak compare -F 2>&1 | (cat >/dev/null; tovak compare -D >/dev/null); s
@@ -43,6 +45,7 @@ EOT
 echo tovak compare -F >>"$FENDIX_LOG"; echo "tovak compare -D" >>"$FENDIX_LOG"; s
 sh -c 'tovak compare -F' 2>/dev/null; s
 tovak >out.txt compare -D 2>/dev/null -F; cat out.txt >/dev/null; s
+tovak co 3<>/dev/null 4>|/dev/null 5<&0 6>&1 7>>/dev/null -F 2>&1; s
 tovak compare -F -D -f 1 -o 2 -e 3 -i 4 -m 7X21 --xml; s
 tovak up --noinventory -l /srv/r -s x --vmware-esxi=6.7 --host=h --update-args=--user=u,--password=p; s
 tovak acquire -i 1,2 -L -m 7X21 --proxy-address=px --no-proxy; s
