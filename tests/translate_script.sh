@@ -1,7 +1,7 @@
 # A script in legacy syntax: each launch is followed by "s", which logs its status.
 tovak compare -F -l /srv/repo -L   # nightly
 s
-  tovak co -D -m 7X21 --xml >/dev/null 2>&1 && tovak up -F --noinventory; s
+  tovak co -D -m 7X21 --xml>/dev/null 2>&1 && tovak up -F --noinventory; s
 @BIN@/tovak acquire -l /srv/a -o rhel8 --meta-only -r --ignore-req; s
 @LINK@/tovak ac -i 3,4 -m 7X21 --proxy-address=p --proxy-port=8 --proxy-user=u --proxy-password=w; s
 tovak quenmark -s --vq-address=10.0.0.1 --vq-user=u --vq-password='p w'; s
@@ -45,7 +45,7 @@ EOT
 echo tovak compare -F >>"$FENDIX_LOG"; echo "tovak compare -D" >>"$FENDIX_LOG"; s
 sh -c 'tovak compare -F' 2>/dev/null; s
 tovak >out.txt compare -D 2>/dev/null -F; cat out.txt >/dev/null; s
-tovak co 3<>/dev/null 4>|/dev/null 5<&0 6>&1 7>>/dev/null -F 2>&1; s
+tovak co 3<>/dev/null 9>|/dev/null 0<&0 6>&1 7>>/dev/null -F 2>&1; s
 tovak compare -F -D -f 1 -o 2 -e 3 -i 4 -m 7X21 --xml; s
 tovak up --noinventory -l /srv/r -s x --vmware-esxi=6.7 --host=h --update-args=--user=u,--password=p; s
 tovak acquire -i 1,2 -L -m 7X21 --proxy-address=px --no-proxy; s

@@ -237,7 +237,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co --fendix x", "refused by the library: The command parameters are not vaild!\\nIf the parameter starts with --, the next parameter should start with - or --."),
             (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
             ("tovak co -F 9<<E\n'\nE", "left as it is: a here-document on the invocation"),
-            ("tovak co \\\n -F", "left as it is: a line continuation"),
+            ("tovak co \\\n-F", "left as it is: a line continuation"), ("tovak co -F &>/dev/null &>>/dev/null", translates + " &>/dev/null &>>/dev/null"),
             ("tovak co -l a? -l ~ -l a{b,c}", "left as it is: an unquoted glob character"),
             ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"),
             ("tovak co -l a{b,c}", "left as it is: an unquoted brace"),
