@@ -29,9 +29,11 @@ tovak compare -l ~/repo; s
 tovak compare -l "$HOME" \
   -F; s
 x=$(tovak compare -F) && echo "$x" >/dev/null; s
+x=$( (:) ; tovak co -F ); s
 tovak acquire --proxy-user=admin; s
 tovak update -F --noinventory=1; s
 cat <<-E >/dev/null; s
+	tovak co -F
 	E
 tovak Compare -F; s
 tovak compare -F </dev/null | cat >/dev/null; s
@@ -45,7 +47,7 @@ EOT
 echo tovak compare -F >>"$FENDIX_LOG"; echo "tovak compare -D" >>"$FENDIX_LOG"; s
 sh -c 'tovak compare -F' 2>/dev/null; s
 tovak >out.txt compare -D 2>/dev/null -F; cat out.txt >/dev/null; s
-tovak co 3<>/dev/null 9>|/dev/null 0<&0 6>&1 7>>/dev/null -F 2>&1; s
+tovak co 3<>/dev/null 9>|/dev/null 0<&0 6>&1 7>> /dev/null -F 2>&1; s
 tovak compare -F -D -f 1 -o 2 -e 3 -i 4 -m 7X21 --xml; s
 tovak up --noinventory -l /srv/r -s x --vmware-esxi=6.7 --host=h --update-args=--user=u,--password=p; s
 tovak acquire -i 1,2 -L -m 7X21 --proxy-address=px --no-proxy; s
