@@ -252,14 +252,24 @@ with tempfile.TemporaryDirectory() as tmp:
             ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
             ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
             ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
+            ("tovak co -l a[b", "left as it is: an unquoted glob character"), ("tovak co -l a{b}c", "left as it is: an unquoted brace"),
+            ("tovak co -l {", "left as it is: the Fendix line would hand '{' to the shell as syntax"), ("tovak co -l a}", "left as it is: an unquoted brace"),
+            ("tovak co -l a\\\nb", "left as it is: a line continuation"), ('tovak co -l "a\\\nb"', "left as it is: a line continuation"),
+            ('tovak co -l "\\a"', "left as it is: the Fendix line would hand '\\' to the shell as syntax"), ("\\if tovak co", "mentions tovak"),
+            ("$sudo tovak co", "mentions tovak"), ('echo "$$(tovak co)"', "mentions tovak"), ("echo `tovak co`", "left as it is: inside a command substitution"),
+            ("echo $((1<<2)) tovak co", "mentions tovak"), ("echo ${x:-\\}$(tovak co)}", "mentions tovak"),
+            ("x=`\\`;tovak co`", "left as it is: inside a command substitution"),
+            *[(f"{text}; tovak co -F", translates) for text in ['echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}",
+                                                                "echo ${x:-''}", 'echo ${x:-"\\""}', 'echo ${x:-"}"}', "echo ${x:-a(}"]],
             ("tovak co -l 'a", "left as it is: an unterminated quote")]:
         wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
         lines.append(line)
     expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
-    # Here-documents quoted or not; an invocation inside the program word of another, listed after it.
-    expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\ncat <<E\n$(tovak co)\nE\n$(tovak co)/tovak\n')[:2],
+    # Here-documents quoted or not; an invocation inside the program word of another, listed after it;
+    # a continuation ahead of the program word.
+    expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\ncat <<E\n$(tovak co)\nE\n$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
            (2, "-:2: mentions tovak\n-:5: left as it is: inside a command substitution\n"
-               "-:7: left as it is: a $ expansion\n-:7: left as it is: inside a command substitution\n"))
+               f"-:7: left as it is: a $ expansion\n-:7: left as it is: inside a command substitution\n-:9: {translates}\n"))
     # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
     words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
     expect("mentions", tool(["--script", "--check", "-"], 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n")[1],
@@ -268,7 +278,7 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]], [indented] * 2)
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
                            ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
-                           ("y=`: # `; tovak co", "a comment or here-document inside backquotes"),
+                           ("y=`#`; tovak co", "a comment or here-document inside backquotes"),
                            ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
@@ -284,7 +294,8 @@ with tempfile.TemporaryDirectory() as tmp:
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
     expect("summary last", both, NEW.split("\n")[1] + "\n" + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
-    expect("open double quote", tool(["--script", "--check", "-"], 'tovak co "a')[1], "-:1: left as it is: an unterminated quote\n")
+    expect("unterminated at the end", [tool(["--script", "--check", "-"], text)[1] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"']],
+           ["-:1: left as it is: an unterminated quote\n", "-:1: left as it is: inside a command substitution\n", "", ""])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)

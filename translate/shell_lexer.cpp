@@ -61,10 +61,7 @@ class Lexer {
           if (token.kind == TokenKind::kWord && !token.word.quoted && token.word.value == "case")
             noteUncertain(token.begin, "a case statement inside a command substitution");
           if (token.op == "(") ++parentheses;
-          if (token.op == ")" && parentheses-- == 0) {
-            closed_ = true;
-            return;
-          }
+          if (token.op == ")" && parentheses-- == 0) return;
         }
         script_.tokens.push_back(std::move(token));
       }
@@ -81,7 +78,7 @@ class Lexer {
   // From the "(" of a $( to just past its ")", read with the same rules as the script
   // itself, so that quotes, comments and here-documents inside it cannot put the two out
   // of step.
-  std::size_t skipSubstitution(std::size_t start, bool& closed) {
+  std::size_t skipSubstitution(std::size_t start) {
     Lexer inner(text_);
     inner.nesting_ = nesting_;
     inner.insideSubstitution_ = true;
@@ -91,7 +88,6 @@ class Lexer {
       inner.noteUncertain(start, "a here-document that begins inside a command substitution");
     if (inner.script_.uncertainFrom != std::string::npos)
       noteUncertain(start, inner.script_.uncertainBecause);
-    closed = inner.closed_;
     return inner.pos_;
   }
 
@@ -252,9 +248,8 @@ class Lexer {
     const char next = at(start + 1);
     if (next == '(' && at(start + 2) == '(') return skipBracketed(start + 1, '(', ')');
     if (next == '(') {
-      bool closed = false;
-      const std::size_t end = skipSubstitution(start, closed);
-      if (substitutions != nullptr) substitutions->push_back({start + 2, end - (closed ? 1 : 0)});
+      const std::size_t end = skipSubstitution(start);
+      if (substitutions != nullptr) substitutions->push_back({start + 2, end});
       return end;
     }
     if (next == '{') return skipBracketed(start + 1, '{', '}');
@@ -323,7 +318,6 @@ class Lexer {
   LexedScript script_;
   std::vector<HereDocument> pending_;
   bool insideSubstitution_ = false;
-  bool closed_ = false;
   int nesting_ = 0;              // expansions open around pos_
   bool inDoubleQuotes_ = false;  // the expansion being read is inside double quotes
 };

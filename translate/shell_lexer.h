@@ -13,7 +13,8 @@
 
 namespace translate {
 
-// The inside of a $(...) or `...`, as offsets into the text that was read.
+// The inside of a `...`, or of a $(...) with its closing ")", as offsets into the text that
+// was read.
 struct Span {
   std::size_t begin = 0;
   std::size_t end = 0;
