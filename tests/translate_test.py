@@ -19,8 +19,13 @@ PRELUDE = 's() { echo "status $?" >>"$FENDIX_LOG"; }\n'
 failures = []
 
 
-def tool(arguments, stdin="", cwd=None):
-    done = subprocess.run([TOOL, *arguments], input=stdin.encode(), capture_output=True, cwd=cwd)
+def tool(arguments, stdin="", cwd=None, limit=None):  # stdin None: closed; limit: on open descriptors
+    def child():
+        if stdin is None:
+            os.close(0)
+        if limit:
+            resource.setrlimit(resource.RLIMIT_NOFILE, (limit, limit))
+    done = subprocess.run([TOOL, *arguments], input=None if stdin is None else stdin.encode(), capture_output=True, cwd=cwd, preexec_fn=child)
     return done.returncode, done.stdout.decode(errors="replace"), done.stderr.decode(errors="replace")
 
 
@@ -179,8 +184,8 @@ with tempfile.TemporaryDirectory() as tmp:
     owned = owner()
     write("kept.sh", LEGACY), write("kept.sh.orig", "old"), write("bare.sh", LEGACY), write("same.sh", NEW + "cat <<E\n")
     expect("two scripts", tool(["--script", "kept.sh", "bare.sh"], cwd=tmp)[1], NEW * 2)
-    for arguments, code in [(["link.sh", "same.sh"], 0), (["link.sh"], 0), (["--no-backup", "bare.sh"], 0)]:
-        expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], cwd=tmp)[0], code)
+    for arguments, stdin in [(["link.sh", "same.sh"], ""), (["link.sh"], ""), (["--no-backup", "bare.sh"], None)]:
+        expect(f"--in-place {arguments}", tool(["--script", "--in-place", *arguments], stdin, cwd=tmp)[0], 0)
     expect("through the link", (os.path.islink(tmp + "/link.sh"), read("real.sh"), read("real.sh.orig"),
                                 oct(os.stat(tmp + "/real.sh").st_mode & 0o7777), owner()), (True, NEW, LEGACY, "0o741", owned))
     expect("refused for its backup", (tool(["--script", "--in-place", "kept.sh"], cwd=tmp)[0::2], read("kept.sh"), read("kept.sh.orig")), ((1, USAGE.format(
@@ -286,11 +291,13 @@ with tempfile.TemporaryDirectory() as tmp:
     if not ARGS.sanitized:
         huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
         expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
-    # Each file read and each question to the library give back the descriptors they took: 40 of each under a limit of 16.
-    files = ["-", *[tmp + "/bare.sh", "/dev/null"] * 20]
-    few = subprocess.run([TOOL, "--script", *files], input=b"tovak co -L\n" * 40, capture_output=True,
-                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (16, 16)))
-    expect("descriptors", [few.stdout.decode(), few.stderr.decode()], list(tool(["--script", *files], "tovak co -L\n" * 40)[1:]))
+    # Each file read and each question to the library give back the descriptors they took: 40 of each under a limit of 16,
+    # and so with standard input closed, where the first descriptor a file or a question takes is 0.
+    files = ["/dev/null", tmp + "/bare.sh"] * 20
+    for stdin, first in [("tovak co -L\n" * 40, ["-"]), (None, [])]:
+        expect(f"descriptors, standard input {stdin and 'read' or 'closed'}", tool(["--script", *first, *files], stdin, limit=16),
+               tool(["--script", *first, *files], stdin or ""))
+    expect("no descriptor to spare", tool(["co", "-F"], limit=4), (1, "", USAGE.format("cannot catch the library's output: Too many open files")))
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
     expect("summary last", both, NEW.split("\n")[1] + "\n" + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))

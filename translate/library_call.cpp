@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 
 #include "entry/translation.h"
@@ -9,18 +10,21 @@
 namespace translate {
 namespace {
 
-// Points standard output at a temporary file for as long as it lives.
+// Points standard output at a temporary file for as long as it lives. Without a descriptor
+// to spare for either, it throws rather than let the library print into the tool's output.
 class CapturedOutput {
  public:
-  CapturedOutput() : file_(std::tmpfile()) {
+  CapturedOutput() {
     std::fflush(stdout);
     saved_ = dup(STDOUT_FILENO);
-    if (file_ != nullptr) dup2(fileno(file_), STDOUT_FILENO);
+    file_ = saved_ >= 0 ? std::tmpfile() : nullptr;
+    if (file_ == nullptr || dup2(fileno(file_), STDOUT_FILENO) < 0) {
+      const int error = errno;
+      release();
+      throw CaptureFailed{error};
+    }
   }
-  ~CapturedOutput() {
-    if (file_ != nullptr) std::fclose(file_);
-    if (saved_ >= 0) close(saved_);
-  }
+  ~CapturedOutput() { release(); }
   CapturedOutput(const CapturedOutput&) = delete;
   CapturedOutput& operator=(const CapturedOutput&) = delete;
 
@@ -28,7 +32,6 @@ class CapturedOutput {
     std::fflush(stdout);
     dup2(saved_, STDOUT_FILENO);
     std::string text;
-    if (file_ == nullptr) return text;
     std::rewind(file_);
     char buffer[4096];
     for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file_)) > 0;)
@@ -37,8 +40,13 @@ class CapturedOutput {
   }
 
  private:
-  std::FILE* file_;
+  void release() {
+    if (file_ != nullptr) std::fclose(file_);
+    if (saved_ >= 0) close(saved_);
+  }
+
   int saved_ = -1;
+  std::FILE* file_ = nullptr;
 };
 
 }  // namespace

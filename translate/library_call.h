@@ -14,6 +14,12 @@ struct LibraryAnswer {
   std::string messages;     // every byte the library printed, as it printed them
 };
 
+// What askLibrary throws when it has no descriptor to spare for catching the output: a
+// plain type, as the sanitizers' checks of polymorphic ones need descriptors themselves.
+struct CaptureFailed {
+  int error;  // errno
+};
+
 // words are the legacy arguments after the program name.
 LibraryAnswer askLibrary(const std::vector<std::string>& words);
 

@@ -1,6 +1,7 @@
 // tovak-translate: prints the Fendix line for a legacy tovak line, or rewrites whole scripts
 // into Fendix lines, with the library's own translation. It runs nothing.
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <string>
 
@@ -63,6 +64,10 @@ int main(int argc, char** argv) {
     return run(argc, argv);
   } catch (const std::bad_alloc&) {
     std::fputs("tovak-translate: out of memory\n", stderr);
+    return 1;
+  } catch (const translate::CaptureFailed& failed) {
+    std::fprintf(stderr, "tovak-translate: cannot catch the library's output: %s\n",
+                 std::strerror(failed.error));
     return 1;
   }
 }

@@ -54,11 +54,13 @@ bool writeTemporary(const std::string& target, const std::string& text, const st
 }  // namespace
 
 bool readScript(const std::string& path, std::string& text, std::string& error) {
-  const int fd = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // Told by the name, not the descriptor: with standard input closed, open() may give 0.
+  const bool standardInput = path == "-";
+  const int fd = standardInput ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) return fail(error, "cannot read " + path);
   // A device or a pipe may never end, and a directory has no text to rewrite.
   struct stat status {};
-  if (fd != STDIN_FILENO && (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))) {
+  if (!standardInput && (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))) {
     close(fd);
     error = "cannot read " + path + ": not a regular file";
     return false;
@@ -69,13 +71,13 @@ bool readScript(const std::string& path, std::string& text, std::string& error) 
     if (n < 0 && errno == EINTR) continue;
     if (n < 0) {
       const int savedErrno = errno;
-      if (fd != STDIN_FILENO) close(fd);
+      if (!standardInput) close(fd);
       errno = savedErrno;
       return fail(error, "cannot read " + path);
     }
     text.append(buffer, static_cast<std::size_t>(n));
   }
-  if (fd != STDIN_FILENO) close(fd);
+  if (!standardInput) close(fd);
   return true;
 }
 
