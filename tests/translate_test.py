@@ -167,8 +167,7 @@ for arguments, wanted in [
                                  USAGE.format("0 files read, 0 invocations translated, 0 left, 0 refused")))]:
     expect(" ".join(arguments), tool(arguments, "tovak co -F\n"), wanted)
 
-LEGACY = "#!/bin/sh\ntovak compare -F\n"
-NEW = "#!/bin/sh\nFendix update compare --type fw --output /var/log/Zantor_Support/\n"
+LEGACY, NEW = "tovak compare -F\n", "Fendix update compare --type fw --output /var/log/Zantor_Support/\n"  # a change on the first line
 with tempfile.TemporaryDirectory() as tmp:
     def write(name, text, mode=0o644):
         Path(tmp, name).write_bytes(text.encode())
@@ -282,10 +281,11 @@ with tempfile.TemporaryDirectory() as tmp:
     indented = '\t # tovak-translate: left as it is: the Fendix line would hand \'#\' to the shell as syntax\n\t tovak co -l "#"\n'
     expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]], [indented] * 2)
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
-                           ("y=$(cat <<E); tovak co", "a here-document that begins inside a command substitution"),
+                           ("$(cat <<E)/tovak co", "a here-document that begins inside a command substitution"),
                            ("y=`#`; tovak co", "a comment or here-document inside backquotes"),
                            ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
+    expect("one refusal", tool(["--script", "-"], "tovak co --fendix x\n")[0::2], (2, USAGE.format("1 files read, 0 invocations translated, 0 left, 1 refused")))
     expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
         "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     if not ARGS.sanitized:
@@ -300,7 +300,7 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("no descriptor to spare", tool(["co", "-F"], limit=4), (1, "", USAGE.format("cannot catch the library's output: Too many open files")))
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
-    expect("summary last", both, NEW.split("\n")[1] + "\n" + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
+    expect("summary last", both, NEW + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
     expect("unterminated at the end", [tool(["--script", "--check", "-"], text)[1] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"']],
            ["-:1: left as it is: an unterminated quote\n", "-:1: left as it is: inside a command substitution\n", "", ""])
 
