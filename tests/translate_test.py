@@ -260,7 +260,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l {", "left as it is: the Fendix line would hand '{' to the shell as syntax"), ("tovak co -l a}", "left as it is: an unquoted brace"),
             ("tovak co -l a\\\nb", "left as it is: a line continuation"), ('tovak co -l "a\\\nb"', "left as it is: a line continuation"),
             ('tovak co -l "\\a"', "left as it is: the Fendix line would hand '\\' to the shell as syntax"), ("\\if tovak co", "mentions tovak"),
-            ("$sudo tovak co", "mentions tovak"), ('echo "$$(tovak co)"', "mentions tovak"), ("echo `tovak co`", "left as it is: inside a command substitution"),
+            ("$sudo tovak co", "mentions tovak"), ("$9sudo tovak co -F", translates), ('echo "$$(tovak co)"', "mentions tovak"), ("echo `tovak co`", "left as it is: inside a command substitution"),
             ("echo $((1<<2)) tovak co", "mentions tovak"), ("echo ${x:-\\}$(tovak co)}", "mentions tovak"),
             ("x=`\\`;tovak co`", "left as it is: inside a command substitution"),
             *[(f"{text}; tovak co -F", translates) for text in ['echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}",
@@ -301,8 +301,9 @@ with tempfile.TemporaryDirectory() as tmp:
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
     expect("summary last", both, NEW + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
-    expect("unterminated at the end", [tool(["--script", "--check", "-"], text)[1] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"']],
-           ["-:1: left as it is: an unterminated quote\n", "-:1: left as it is: inside a command substitution\n", "", ""])
+    # Texts unterminated at their end, and one where quoting stops being certain just after an invocation begins.
+    expect("each alone", [tool(["--script", "--check", "-"], text)[1] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"', "\"${x:-'}\"/tovak co"]],
+           ["-:1: left as it is: an unterminated quote\n", "-:1: left as it is: inside a command substitution\n", "", "", "-:1: left as it is: a $ expansion\n"])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
