@@ -19,12 +19,13 @@ PRELUDE = 's() { echo "status $?" >>"$FENDIX_LOG"; }\n'
 failures = []
 
 
-def tool(arguments, stdin="", cwd=None, limit=None):  # stdin None: closed; limit: on open descriptors
+def tool(arguments, stdin="", cwd=None, limit=None):  # stdin None: closed; limit: (resource, value)
     def child():
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)  # past a file-size limit, a write fails instead
         if stdin is None:
             os.close(0)
         if limit:
-            resource.setrlimit(resource.RLIMIT_NOFILE, (limit, limit))
+            resource.setrlimit(limit[0], (limit[1], limit[1]))
     done = subprocess.run([TOOL, *arguments], input=None if stdin is None else stdin.encode(), capture_output=True, cwd=cwd, preexec_fn=child)
     return done.returncode, done.stdout.decode(errors="replace"), done.stderr.decode(errors="replace")
 
@@ -195,9 +196,8 @@ with tempfile.TemporaryDirectory() as tmp:
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") +
         USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     write("full.sh", LEGACY)  # the disk fills up part way through the rewritten file
-    cut = subprocess.run([TOOL, "--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, capture_output=True,
-                         preexec_fn=lambda: (signal.signal(signal.SIGXFSZ, signal.SIG_IGN), resource.setrlimit(resource.RLIMIT_FSIZE, (40, 40))))
-    expect("a write cut short", (cut.returncode, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
+    cut = tool(["--script", "--in-place", "--no-backup", "full.sh"], cwd=tmp, limit=(resource.RLIMIT_FSIZE, 40))[0]
+    expect("a write cut short", (cut, read("full.sh"), [n for n in os.listdir(tmp) if n.startswith(".")]), (1, LEGACY, []))
     # One system call failing at a time (strace injects the error; not write(), which the
     # sanitizers also call): a failed replacement leaves the file, and nothing beside it.
     os.mkdir(tmp + "/f")
@@ -295,9 +295,9 @@ with tempfile.TemporaryDirectory() as tmp:
     # and so with standard input closed, where the first descriptor a file or a question takes is 0.
     files = ["/dev/null", tmp + "/bare.sh"] * 20
     for stdin, first in [("tovak co -L\n" * 40, ["-"]), (None, [])]:
-        expect(f"descriptors, standard input {stdin and 'read' or 'closed'}", tool(["--script", *first, *files], stdin, limit=16),
+        expect(f"descriptors, standard input {stdin and 'read' or 'closed'}", tool(["--script", *first, *files], stdin, limit=(resource.RLIMIT_NOFILE, 16)),
                tool(["--script", *first, *files], stdin or ""))
-    expect("no descriptor to spare", tool(["co", "-F"], limit=4), (1, "", USAGE.format("cannot catch the library's output: Too many open files")))
+    expect("no descriptor to spare", tool(["co", "-F"], limit=(resource.RLIMIT_NOFILE, 4)), (1, "", USAGE.format("cannot catch the library's output: Too many open files")))
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
     expect("summary last", both, NEW + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
