@@ -5,7 +5,7 @@
 # identical. Then the README's example, line mode and the file options.
 #
 # usage: translate_test.py BIN_DIR SCRIPT README [--seed N] [--count N]
-import argparse, concurrent.futures, hashlib, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
+import argparse, concurrent.futures, hashlib, itertools, os, random, re, resource, shutil, signal, subprocess, sys, tempfile
 from pathlib import Path
 
 parser = argparse.ArgumentParser()
@@ -231,9 +231,9 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("CRLF", tool(["--script", "crlf.sh"], cwd=tmp), (2, "", USAGE.format("crlf.sh has CRLF line ends and is left unchanged")
                                                         + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     os.mkdir(tmp + "/x y"), write("x y/tovak", "")
-    lines, wanted = ["tovak co -l '#'", "# tovak-translate: x"], "-:1: left as it is: the Fendix line would hand '#' to the shell as syntax\n"
     translates = "legacy syntax, translates to: Fendix update compare --type fw --output /var/log/Zantor_Support/"
-    for line, reason in [
+    # Each line of one script and what --check says of it, or None for nothing.
+    rows = [("tovak co -l '#'", "left as it is: the Fendix line would hand '#' to the shell as syntax"), ("# tovak-translate: x", None),
             *[(f"{wrapper} tovak co -F | cat", translates) for wrapper in ["sudo", "exec", "command", "nohup", "time", "env"]],
             ("echo '/x/tovak' # tovak", "mentions tovak"),
             ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
@@ -265,10 +265,12 @@ with tempfile.TemporaryDirectory() as tmp:
             ("x=`\\`;tovak co`", "left as it is: inside a command substitution"),
             *[(f"{text}; tovak co -F", translates) for text in ['echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}",
                                                                 "echo ${x:-''}", 'echo ${x:-"\\""}', 'echo ${x:-"}"}', "echo ${x:-a(}"]],
-            ("tovak co -l 'a", "left as it is: an unterminated quote")]:
-        wanted += f"-:{sum(entry.count(chr(10)) + 1 for entry in lines) + 1}: {reason}\n"
-        lines.append(line)
-    expect("--check", tool(["--script", "--check", "-"], "\n".join(lines) + "\n")[:2], (2, wanted))
+            ("tovak co -l 'a", "left as it is: an unterminated quote")]
+    code, listed, _ = tool(["--script", "--check", "-"], "".join(line + "\n" for line, _ in rows))
+    said = {int(number): reason for number, reason in re.findall(r"^-:(\d+): (.*)$", listed, re.M)}
+    for n, (line, reason) in zip(itertools.accumulate([1] + [line.count("\n") + 1 for line, _ in rows]), rows):
+        expect(f"--check of {line!r}", said.pop(n, None), reason)
+    expect("--check: the status, and nothing more said", (code, said), (2, {}))
     # Here-documents quoted or not; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.
     expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\ncat <<E\n$(tovak co)\nE\n$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
