@@ -32,6 +32,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 from pathlib import Path
 
@@ -519,6 +520,21 @@ def work_through(tree, mutants, originals, counter, total, results, log):
         results.append((mutant, verdict))
         print(f"[{next(counter)}/{total}] {verdict:<15} {mutant.file}:{mutant.line}"
               f"  ({time.monotonic() - started:.1f} s)", file=sys.stderr, flush=True)
+        if verdict == SURVIVED:  # in --again's form, for a run stopped before its report
+            print(f"    {mutant.file}:{mutant.line} {mutant.original} -> {mutant.mutated}",
+                  file=sys.stderr, flush=True)
+
+
+class Log:
+    """The tests' output for each mutant, written as it comes: a run stopped early keeps it."""
+
+    def __init__(self, path):
+        self.file, self.lock = open(path, "w", encoding="utf-8"), threading.Lock()
+
+    def append(self, text):
+        with self.lock:
+            self.file.write(text)
+            self.file.flush()
 
 
 def in_parallel(function, arguments):
@@ -546,11 +562,9 @@ def run_mutants(mutants, originals, work, jobs, log_path=None):
         shares = [mutants[k * len(mutants) // jobs:(k + 1) * len(mutants) // jobs]
                   for k in range(jobs)]
         started, counter, results = time.monotonic(), itertools.count(1), []
-        log = [] if log_path else None
+        log = Log(log_path) if log_path else None
         in_parallel(work_through, [(tree, share, originals, counter, len(mutants), results, log)
                                    for tree, share in zip(trees, shares)])
-        if log_path:
-            Path(log_path).write_text("".join(log), encoding="utf-8")
         print(f"{len(mutants)} mutants in {time.monotonic() - started:.0f} s", file=sys.stderr)
         return report(results)
     finally:
