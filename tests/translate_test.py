@@ -293,9 +293,9 @@ with tempfile.TemporaryDirectory() as tmp:
     if not ARGS.sanitized:
         huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
         expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
-    # Each file read and each question to the library give back the descriptors they took: 40 of each under a limit of 16,
-    # and so with standard input closed, where the first descriptor a file or a question takes is 0.
-    files = ["/dev/null", tmp + "/bare.sh"] * 20
+    # Each file read, refused or failing to read (/proc/self/mem at 0: EIO), and each question to the library give back
+    # the descriptors they took: 20 of each under a limit of 16, also with standard input closed, where the first is 0.
+    files = ["/dev/null", tmp + "/bare.sh", "/proc/self/mem"] * 20
     for stdin, first in [("tovak co -L\n" * 40, ["-"]), (None, [])]:
         expect(f"descriptors, standard input {stdin and 'read' or 'closed'}", tool(["--script", *first, *files], stdin, limit=(resource.RLIMIT_NOFILE, 16)),
                tool(["--script", *first, *files], stdin or ""))
