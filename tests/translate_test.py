@@ -255,7 +255,8 @@ with tempfile.TemporaryDirectory() as tmp:
             ('tovak co -l "\\$\\a"', "left as it is: the Fendix line would hand '$' to the shell as syntax"),
             ('x=$(echo "\\")"; tovak co)', "left as it is: inside a command substitution"),
             ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
-            ("tovak co -l 'a\tb'", "left as it is: the Fendix line would hand '\\t' to the shell as syntax"),
+            *[(f"tovak co -l '{value}'", f"left as it is: the Fendix line would hand '{byte}' to the shell as syntax")
+              for value, byte in [("a\tb", "\\t"), ("a b\\c", "\\"), ("a\rb", "\\r"), ("$a b", "$"), ('a b"#', '"')]],
             ("tovak co -l a[b", "left as it is: an unquoted glob character"), ("tovak co -l a{b}c", "left as it is: an unquoted brace"),
             ("tovak co -l {", "left as it is: the Fendix line would hand '{' to the shell as syntax"), ("tovak co -l a}", "left as it is: an unquoted brace"),
             ("tovak co -l a\\\nb", "left as it is: a line continuation"), ('tovak co -l "a\\\nb"', "left as it is: a line continuation"),
