@@ -257,6 +257,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
             *[(f"tovak co -l '{value}'", f"left as it is: the Fendix line would hand '{byte}' to the shell as syntax")
               for value, byte in [("a\tb", "\\t"), ("a b\\c", "\\"), ("a\rb", "\\r"), ("$a b", "$"), ('a b"#', '"')]],
+            *[(f'tovak co -l "{value}"', f"left as it is: the Fendix line would hand '{byte}' to the shell as syntax") for value, byte in [("\\\0x", "\\"), ("\\$\0", "$")]],
             ("tovak co -l a[b", "left as it is: an unquoted glob character"), ("tovak co -l a{b}c", "left as it is: an unquoted brace"),
             ("tovak co -l {", "left as it is: the Fendix line would hand '{' to the shell as syntax"), ("tovak co -l a}", "left as it is: an unquoted brace"),
             ("tovak co -l a\\\nb", "left as it is: a line continuation"), ('tovak co -l "a\\\nb"', "left as it is: a line continuation"),
