@@ -262,7 +262,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("tovak co -l {", "left as it is: the Fendix line would hand '{' to the shell as syntax"), ("tovak co -l a}", "left as it is: an unquoted brace"),
             ("tovak co -l a\\\nb", "left as it is: a line continuation"), ('tovak co -l "a\\\nb"', "left as it is: a line continuation"),
             ('tovak co -l "\\a"', "left as it is: the Fendix line would hand '\\' to the shell as syntax"), ("\\if tovak co", "mentions tovak"),
-            ("$sudo tovak co", "mentions tovak"), ("$9sudo tovak co -F", translates), ('echo "$$(tovak co)"', "mentions tovak"), ("echo `tovak co`", "left as it is: inside a command substitution"),
+            ("case a in a) tovak co -F;; esac", translates), ("$sudo tovak co", "mentions tovak"), ("$9sudo tovak co -F", translates), ('echo "$$(tovak co)"', "mentions tovak"), ("echo `tovak co`", "left as it is: inside a command substitution"),
             ("echo $((1<<2)) tovak co", "mentions tovak"), ("echo ${x:-\\}$(tovak co)}", "mentions tovak"),
             ("x=`\\`;tovak co`", "left as it is: inside a command substitution"),
             *[(f"{text}; tovak co -F", translates) for text in ['echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}",
@@ -273,11 +273,12 @@ with tempfile.TemporaryDirectory() as tmp:
     for n, (line, reason) in zip(itertools.accumulate([1] + [line.count("\n") + 1 for line, _ in rows]), rows):
         expect(f"--check of {line!r}", said.pop(n, None), reason)
     expect("--check: the status, and nothing more said", (code, said), (2, {}))
-    # Here-documents quoted or not; an invocation inside the program word of another, listed after it;
+    # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.
-    expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\n$(tovak co)\nE\ncat <<E\n$(tovak co)\nE\n$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
-           (2, "-:2: mentions tovak\n-:5: left as it is: inside a command substitution\n"
-               f"-:7: left as it is: a $ expansion\n-:7: left as it is: inside a command substitution\n-:9: {translates}\n"))
+    expect("delimiters", tool(["--script", "--check", "-"], 'cat <<"E"\nx\n$(tovak co)\nE\ncat <<E\na(tovak co)\n\\$(tovak co)\n$x$(tovak co)\n$$(tovak co)\nE\n'
+                                                        '$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
+           (2, "-:3: mentions tovak\n-:6: mentions tovak\n-:7: mentions tovak\n-:8: left as it is: inside a command substitution\n-:9: mentions tovak\n"
+               f"-:11: left as it is: a $ expansion\n-:11: left as it is: inside a command substitution\n-:13: {translates}\n"))
     # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
     words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
     expect("mentions", tool(["--script", "--check", "-"], 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n")[1],
@@ -290,8 +291,9 @@ with tempfile.TemporaryDirectory() as tmp:
                            ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("one refusal", tool(["--script", "-"], "tovak co --fendix x\n")[0::2], (2, USAGE.format("1 files read, 0 invocations translated, 0 left, 1 refused")))
-    expect("nested too deep", tool(["--script", "-"], "x=" + '$(echo "' * 99999), (1, "", USAGE.format(
-        "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    for text in ['$(echo "' * 99999, "${a:-" * 99]:  # through substitutions, and through braces alone
+        expect(f"nested too deep: {text[:8]}", tool(["--script", "-"], "x=" + text), (1, "", USAGE.format(
+            "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     if not ARGS.sanitized:
         huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
         expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
@@ -305,9 +307,10 @@ with tempfile.TemporaryDirectory() as tmp:
     # The scripts are flushed ahead of the summary.
     both = subprocess.run([TOOL, "--script", "-"], input=b"tovak co -F\n", stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout.decode()
     expect("summary last", both, NEW + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
-    # Texts unterminated at their end, and one where quoting stops being certain just after an invocation begins.
-    expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"', "\"${x:-'}\"/tovak co"]],
-           [(2, "-:1: left as it is: an unterminated quote\n"), (2, "-:1: left as it is: inside a command substitution\n"), (0, ""), (0, ""), (2, "-:1: left as it is: a $ expansion\n")])
+    # Texts that end inside a quote, an expansion or a here-document, and one where quoting stops being certain
+    # just after an invocation begins.
+    expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"', "\"${x:-'}\"/tovak co", "cat <<E\nx"]],
+           [(2, "-:1: left as it is: an unterminated quote\n"), (2, "-:1: left as it is: inside a command substitution\n"), (0, ""), (0, ""), (2, "-:1: left as it is: a $ expansion\n"), (0, "")])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
