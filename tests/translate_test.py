@@ -291,9 +291,9 @@ with tempfile.TemporaryDirectory() as tmp:
                            ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
         expect(script, tool(["--script", "--check", "-"], script + "\n")[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("one refusal", tool(["--script", "-"], "tovak co --fendix x\n")[0::2], (2, USAGE.format("1 files read, 0 invocations translated, 0 left, 1 refused")))
-    for text in ['$(echo "' * 99999, "${a:-" * 99]:  # through substitutions, and through braces alone
-        expect(f"nested too deep: {text[:8]}", tool(["--script", "-"], "x=" + text), (1, "", USAGE.format(
-            "- is refused: expansions nested more than 64 deep") + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
+    for text, deep in [('$(echo "' * 99999, True), ("${a:-" * 64, False), ("${a:-" * 65, True)]:  # substitutions, and braces alone
+        expect(f"nested: {text[:8]} {len(text)}", tool(["--script", "--check", "-"], "x=" + text), (int(deep), "", USAGE.format(
+            "- is refused: expansions nested more than 64 deep") * deep + USAGE.format("1 files read, 0 invocations translated, 0 left, 0 refused")))
     if not ARGS.sanitized:
         huge = subprocess.run([TOOL, "--script", "-"], stdin=open("/dev/zero"), capture_output=True, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (400 << 20,) * 2))
         expect("out of memory", (huge.returncode, huge.stderr), (1, b"tovak-translate: out of memory\n"))
@@ -309,8 +309,9 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("summary last", both, NEW + USAGE.format("1 files read, 1 invocations translated, 0 left, 0 refused"))
     # Texts that end inside a quote, an expansion or a here-document, and one where quoting stops being certain
     # just after an invocation begins.
-    expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"', "\"${x:-'}\"/tovak co", "cat <<E\nx"]],
-           [(2, "-:1: left as it is: an unterminated quote\n"), (2, "-:1: left as it is: inside a command substitution\n"), (0, ""), (0, ""), (2, "-:1: left as it is: a $ expansion\n"), (0, "")])
+    expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in ['tovak co "a\\', "echo `tovak co", "echo ${x", 'echo ${x:-"', "\"${x:-'}\"/tovak co", "cat <<E\nx",
+                                                                          "echo ${x:-'}'}; tovak co -F"]],
+           [(2, "-:1: left as it is: an unterminated quote\n"), (2, "-:1: left as it is: inside a command substitution\n"), (0, ""), (0, ""), (2, "-:1: left as it is: a $ expansion\n"), (0, ""), (2, f"-:1: {translates}\n")])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
