@@ -39,18 +39,16 @@ def run_log(shell, text, tmp):
     # A run is a function of the shell, the script and the programs it starts, so the mutation
     # script, whose faults in tovak-translate change none of those programs, keeps the logs.
     cache = os.environ.get("TOVAK_TRANSLATE_TEST_CACHE")
-    if cache:
-        key = hashlib.sha256(f"{shell}\0{text.replace(tmp, '@TMP@')}".encode())
-        for program in ["tovak", "libtovak.so", "Fendix"]:
-            key.update(Path(BIN, program).read_bytes())
-        kept = Path(cache, key.hexdigest())
-        if not kept.exists():
-            os.makedirs(cache, exist_ok=True)
-            with tempfile.NamedTemporaryFile(dir=cache, delete=False) as fresh:
-                fresh.write(run_log_afresh(shell, text, tmp).replace(tmp.encode(), b"@TMP@"))
-            os.replace(fresh.name, kept)
-        return kept.read_bytes().replace(b"@TMP@", tmp.encode())
-    return run_log_afresh(shell, text, tmp)
+    if not cache:
+        return run_log_afresh(shell, text, tmp)
+    programs = b"".join(Path(BIN, program).read_bytes() for program in ["tovak", "libtovak.so", "Fendix"])
+    kept = Path(cache, hashlib.sha256(f"{shell}\0{text.replace(tmp, '@TMP@')}".encode() + programs).hexdigest())
+    if not kept.exists():
+        os.makedirs(cache, exist_ok=True)
+        with tempfile.NamedTemporaryFile(dir=cache, delete=False) as fresh:
+            fresh.write(run_log_afresh(shell, text, tmp).replace(tmp.encode(), b"@TMP@"))
+        os.replace(fresh.name, kept)
+    return kept.read_bytes().replace(b"@TMP@", tmp.encode())
 
 
 # The log of one whole run, in a fresh directory where only the programs the scripts name
