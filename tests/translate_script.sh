@@ -6,6 +6,9 @@ tovak compare -F -l /srv/repo -L   # nightly
 tovak quenmark -s --vq-address=10.0.0.1 --vq-user=u --vq-password='p w'; s
 env tovak update --host=10.1.1.1 --update-args=--user=admin,--password=pw,--backup; s
 if tovak update -s x -u; then echo yes >/dev/null; else s; fi; s
+while tovak compare -F -i 5; do break; done; s
+until tovak compare -F -l 'a  b'; do break; done; s
+if false; then :; elif tovak co -D; then tovak co -F; else tovak co -L; fi; s
 tovak acquire --proxy-user=admin; s
 y=1; tovak compare -l 'a $y' -F; tovak co -l '`echo 2`$y'; s
 tovak compare -l 'a"b' -F; s
