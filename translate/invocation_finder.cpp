@@ -2,26 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
+#include <set>
+
+#include "wrapper_grammar.h"
 
 namespace translate {
 namespace {
 
 bool isOneOf(const Word& word, std::initializer_list<std::string_view> names) {
   return !word.quoted && std::find(names.begin(), names.end(), word.value) != names.end();
-}
-
-// Keywords and "!" leave the next word in command position.
-bool isKeyword(const Word& word) {
-  return isOneOf(word, {"!", "if", "then", "else", "elif", "do", "while", "until", "{"});
-}
-
-// Wrappers that run their first argument as a command when given no options of their own;
-// unlike keywords they are commands, so quoting them changes nothing.
-bool isWrapper(const Word& word) {
-  for (const char* name : {"sudo", "env", "exec", "command", "nice", "nohup", "time"}) {
-    if (word.value == name) return true;
-  }
-  return false;
 }
 
 bool isAssignment(std::string_view text, const Word& word) {
@@ -35,39 +24,127 @@ bool isAssignment(std::string_view text, const Word& word) {
   return i < word.end && text[i] == '=';
 }
 
-bool namesLauncher(const Word& word) {
-  const std::string& value = word.value;
-  return value == "tovak" ||
-         (value.size() >= 6 && value.compare(value.size() - 6, 6, "/tovak") == 0);
+bool namesLauncher(std::string_view value) {
+  return value == "tovak" || (value.size() >= 6 && value.substr(value.size() - 6) == "/tovak");
 }
 
-bool isHereDocument(const Token& token) {
-  return token.op.find("<<") != std::string::npos && token.op.find("<<<") == std::string::npos;
+// Whether a value holds a word that names the launcher, as a runner's text or a variable's
+// value may ("sudo tovak", "/opt/bin/tovak co -F").
+bool holdsLauncher(std::string_view value) {
+  for (std::size_t start = 0; start < value.size();) {
+    const std::size_t end = std::min(value.find_first_of(" \t\n;|&()'\"", start), value.size());
+    if (namesLauncher(value.substr(start, end - start))) return true;
+    start = end + 1;
+  }
+  return false;
 }
+
+std::vector<Word>::const_iterator from(const std::vector<Word>& words, std::size_t i) {
+  return words.begin() + static_cast<std::ptrdiff_t>(std::min(i, words.size()));
+}
+
+std::string_view rawText(std::string_view text, const Word& word) {
+  return text.substr(word.begin, word.end - word.begin);
+}
+
+// The variable a program word expands whole: $T, ${T}, "$T" or "${T}"; empty otherwise.
+std::string_view variableOf(std::string_view raw) {
+  if (raw.size() >= 2 && raw.front() == '"' && raw.back() == '"') raw = raw.substr(1, raw.size() - 2);
+  if (raw.substr(0, 2) == "${" && raw.back() == '}') raw = raw.substr(2, raw.size() - 3);
+  else if (raw.substr(0, 1) == "$") raw.remove_prefix(1);
+  else return {};
+  const bool isName = !raw.empty() && !std::isdigit(static_cast<unsigned char>(raw[0])) &&
+                      std::all_of(raw.begin(), raw.end(), [](char c) {
+                        return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+                      });
+  return isName ? raw : std::string_view();
+}
+
+bool writesStandardOutput(const Token& token) {
+  const std::string op = token.op.substr(token.op.find_first_not_of("0123456789"));
+  const std::string fd = token.op.substr(0, token.op.size() - op.size());
+  if (op == "&>" || op == "&>>") return true;
+  return (op == ">" || op == ">>" || op == ">|") && (fd.empty() || fd == "1");
+}
+
+enum class Expect { kCommand, kArguments, kCaseSubject, kCaseIn, kPattern, kFunctionName };
 
 class Finder {
  public:
-  explicit Finder(std::vector<Invocation>& found) : found_(found) {}
+  Finder(std::vector<Invocation>& found, std::set<std::string>& launcherVariables)
+      : found_(found), launcherVariables_(launcherVariables) {}
+
+  bool definesLauncher() const { return definesLauncher_; }
 
   void find(std::string_view text, const LexedScript& script, std::size_t base, bool inside) {
-    bool commandPosition = true;
     const std::vector<Token>& tokens = script.tokens;
+    Expect expect = Expect::kCommand;
+    int cases = 0;  // case statements open
     for (std::size_t i = 0; i < tokens.size(); ++i) {
-      const Token& token = tokens[i];
-      findInside(text, token.word.substitutions, base);
-      if (token.kind == TokenKind::kNewline || token.kind == TokenKind::kOperator) {
-        commandPosition = true;
-      } else if (token.kind == TokenKind::kWord && commandPosition && !isKeyword(token.word) &&
-                 !isWrapper(token.word) && !isAssignment(text, token.word)) {
-        commandPosition = false;
-        if (namesLauncher(token.word))
-          found_.push_back(readInvocation(text, tokens, i, base, inside));
+      findInside(text, tokens[i].word.substitutions, base);
+      if (tokens[i].kind == TokenKind::kWord) {
+        expect = afterWord(text, tokens, i, expect, cases, base, inside);
+      } else if (tokens[i].kind == TokenKind::kOperator) {
+        if (expect != Expect::kPattern || tokens[i].op == ")") {
+          expect = tokens[i].op == ";;" && cases > 0 ? Expect::kPattern : Expect::kCommand;
+        }
+      } else if (tokens[i].kind == TokenKind::kNewline && expect != Expect::kPattern &&
+                 expect != Expect::kCaseIn) {
+        expect = Expect::kCommand;
       }
     }
     findInside(text, script.hereDocumentSubstitutions, base);
   }
 
  private:
+  // What the word at tokens[i] is, given what was expected there; a simple command's words
+  // are read whole and i moves to its last token.
+  Expect afterWord(std::string_view text, const std::vector<Token>& tokens, std::size_t& i,
+                   Expect expect, int& cases, std::size_t base, bool inside) {
+    const Word& word = tokens[i].word;
+    switch (expect) {
+      case Expect::kPattern:
+        if (isOneOf(word, {"esac"})) --cases;
+        return isOneOf(word, {"esac"}) ? Expect::kArguments : Expect::kPattern;
+      case Expect::kCaseSubject:
+        return Expect::kCaseIn;
+      case Expect::kCaseIn:
+        return isOneOf(word, {"in"}) ? Expect::kPattern : Expect::kArguments;
+      case Expect::kFunctionName:
+        definesLauncher_ = definesLauncher_ || word.value == "tovak";
+        return Expect::kArguments;
+      case Expect::kArguments:
+        return Expect::kArguments;
+      case Expect::kCommand:
+        break;
+    }
+    if (isOneOf(word, {"!", "if", "then", "else", "elif", "do", "while", "until", "{"}) ||
+        isAssignment(text, word)) {
+      return Expect::kCommand;
+    }
+    if (isOneOf(word, {"case"})) {
+      ++cases;
+      return Expect::kCaseSubject;
+    }
+    if (isOneOf(word, {"esac"}) && cases > 0) --cases;
+    if (isOneOf(word, {"}", "fi", "done", "esac"})) return Expect::kArguments;
+    if (isOneOf(word, {"function"})) return Expect::kFunctionName;
+    if (i + 2 < tokens.size() && tokens[i + 1].op == "(" && tokens[i + 2].op == ")") {
+      definesLauncher_ = definesLauncher_ || word.value == "tovak";
+      i += 2;
+      return Expect::kCommand;
+    }
+    std::size_t last = i;
+    while (last + 1 < tokens.size() && (tokens[last + 1].kind == TokenKind::kWord ||
+                                        tokens[last + 1].kind == TokenKind::kRedirection)) {
+      ++last;
+    }
+    readCommand(text, tokens, i, last, base, inside);
+    for (++i; i <= last; ++i) findInside(text, tokens[i].word.substitutions, base);
+    i = last;
+    return Expect::kArguments;
+  }
+
   void findInside(std::string_view text, const std::vector<Span>& spans, std::size_t base) {
     for (const Span& span : spans) {
       const std::string_view inner = text.substr(span.begin, span.end - span.begin);
@@ -75,43 +152,135 @@ class Finder {
     }
   }
 
-  static Invocation readInvocation(std::string_view text, const std::vector<Token>& tokens,
-                                   std::size_t first, std::size_t base, bool inside) {
+  bool refersToLauncher(std::string_view text, const Word& word) const {
+    return namesLauncher(word.value) ||
+           launcherVariables_.count(std::string(variableOf(rawText(text, word)))) > 0;
+  }
+
+  // The simple command of tokens[first..last], its wrappers followed to the command they run.
+  void readCommand(std::string_view text, const std::vector<Token>& tokens, std::size_t first,
+                   std::size_t last, std::size_t base, bool inside) {
+    std::vector<Word> words;
+    std::vector<std::size_t> tokenOf;
+    for (std::size_t k = first; k <= last; ++k) {
+      if (tokens[k].kind != TokenKind::kWord) continue;
+      words.push_back(tokens[k].word);
+      tokenOf.push_back(k);
+    }
+    std::size_t w = 0;
+    WrapperRead wrapper{WrapperRead::kCommand, 0, ""};
+    while (isWrapper(words[w]) && words[w].unknownBecause.empty()) {
+      wrapper = readWrapper(words, w);
+      if (wrapper.kind != WrapperRead::kCommand) break;
+      w = wrapper.next;
+    }
     Invocation invocation;
-    invocation.program = tokens[first].word;
-    invocation.begin = base + tokens[first].begin;
+    if (wrapper.kind == WrapperRead::kNothing) return;
+    if (wrapper.kind == WrapperRead::kNotFollowed) {
+      const auto named = std::find_if(from(words, w + 1), words.cend(), [&](const Word& word) {
+        return refersToLauncher(text, word) || holdsLauncher(word.value);
+      });
+      if (named == words.cend()) return;
+      invocation.program = *named;
+      invocation.unknownBecause = wrapper.reason;
+    } else if (namesLauncher(words[w].value)) {
+      invocation = readInvocation(text, tokens, tokenOf[w], last, base);
+    } else if (const std::string_view name = variableOf(rawText(text, words[w]));
+               launcherVariables_.count(std::string(name)) > 0) {
+      invocation.program = words[w];
+      invocation.unknownBecause = "runs tovak through $" + std::string(name) +
+                                  ", whose value is known only when the script runs";
+    } else if (const LaterRun later = runsLater(words, w);
+               std::any_of(from(words, later.from), words.cend(),
+                           [](const Word& word) { return holdsLauncher(word.value); })) {
+      invocation.program = words[w];
+      invocation.unknownBecause = later.reason;
+    } else {
+      return;
+    }
+    invocation.begin = base + invocation.program.begin;
+    invocation.end = base + tokens[last].end;
+    invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
+    invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
+    if (inside) invocation.unknownBecause = "inside a command substitution";
+    found_.push_back(std::move(invocation));
+  }
+
+  static Invocation readInvocation(std::string_view text, const std::vector<Token>& tokens,
+                                   std::size_t program, std::size_t last, std::size_t base) {
+    Invocation invocation;
+    invocation.program = tokens[program].word;
     invocation.unknownBecause = invocation.program.unknownBecause;
-    std::size_t i = first + 1;
-    std::size_t end = tokens[first].end;
-    for (; i < tokens.size() &&
-           (tokens[i].kind == TokenKind::kWord || tokens[i].kind == TokenKind::kRedirection);
-         ++i) {
+    for (std::size_t i = program + 1; i <= last; ++i) {
       const Token& token = tokens[i];
+      std::string reason = token.word.unknownBecause;
       if (token.kind == TokenKind::kWord) {
         invocation.arguments.push_back(token.word);
       } else {
-        invocation.redirections.emplace_back(text.substr(token.begin, token.end - token.begin));
+        // A redirection is carried over as written: what it expands to is the same for both.
+        reason.clear();
+        invocation.redirections.push_back({base + token.begin, base + token.end});
+        if (writesStandardOutput(token) && token.word.value != "/dev/null" &&
+            token.word.end > token.word.begin) {
+          invocation.outputs.emplace_back(rawText(text, token.word));
+        }
       }
-      std::string reason = token.word.unknownBecause;
-      if (isHereDocument(token)) reason = "a here-document on the invocation";
-      if (token.continued) reason = "a line continuation";
       if (invocation.unknownBecause.empty()) invocation.unknownBecause = reason;
-      end = token.end;
     }
-    invocation.end = base + end;
-    invocation.piped = i < tokens.size() && tokens[i].op == "|";
-    if (inside) invocation.unknownBecause = "inside a command substitution";
     return invocation;
   }
 
+  // The offset where the pipeline that goes on at tokens[next] ends.
+  static std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
+                                 std::size_t next) {
+    int depth = 0;
+    for (std::size_t i = next; i < tokens.size(); ++i) {
+      const std::string& op = tokens[i].op;
+      const bool afterPipe = i > 0 && tokens[i - 1].op == "|";
+      if (op == "(") ++depth;
+      if (op == ")" && depth-- == 0) return tokens[i].begin;
+      if (depth == 0 && (op == ";" || op == ";;" || op == "&" || op == "&&" || op == "||" ||
+                         (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
+        return tokens[i].begin;
+      }
+    }
+    return text.size();
+  }
+
   std::vector<Invocation>& found_;
+  const std::set<std::string>& launcherVariables_;
+  bool definesLauncher_ = false;
 };
+
+// The variables the script assigns a value naming the launcher anywhere: T=/usr/bin/tovak,
+// export T="sudo tovak".
+std::set<std::string> launcherVariables(std::string_view text, const LexedScript& script) {
+  std::set<std::string> names;
+  for (const Token& token : script.tokens) {
+    if (token.kind != TokenKind::kWord || !isAssignment(text, token.word)) continue;
+    const std::string& value = token.word.value;
+    const std::size_t equals = value.find('=');
+    if (equals != std::string::npos && holdsLauncher(std::string_view(value).substr(equals + 1))) {
+      names.insert(value.substr(0, equals));
+    }
+  }
+  return names;
+}
 
 }  // namespace
 
 std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script) {
   std::vector<Invocation> found;
-  Finder(found).find(text, script, 0, false);
+  std::set<std::string> variables = launcherVariables(text, script);
+  Finder finder(found, variables);
+  finder.find(text, script, 0, false);
+  if (finder.definesLauncher()) {
+    for (Invocation& invocation : found) {
+      if (invocation.program.value == "tovak" && invocation.unknownBecause.empty()) {
+        invocation.unknownBecause = "the script defines a function named tovak, which this runs";
+      }
+    }
+  }
   std::sort(found.begin(), found.end(),
             [](const Invocation& a, const Invocation& b) { return a.begin < b.begin; });
   return found;

@@ -1,5 +1,7 @@
-// Finds where a script runs the legacy launcher: "tovak", or a path ending in "/tovak", in
-// command position, including inside command substitutions, which are reported as such.
+// Finds every place where a script runs the legacy launcher: "tovak", or a path ending in
+// "/tovak", in command position or behind wrappers such as sudo, env or timeout; through a
+// variable the script sets to it; or as the command another program runs later. Case
+// patterns, function names and the words of a for list are not commands.
 #ifndef TOVAK_TRANSLATE_INVOCATION_FINDER_H
 #define TOVAK_TRANSLATE_INVOCATION_FINDER_H
 
@@ -17,9 +19,11 @@ struct Invocation {
   std::size_t end = 0;    // past the last word or redirection of the simple command
   Word program;
   std::vector<Word> arguments;
-  std::vector<std::string> redirections;  // as written, in order
-  std::string unknownBecause;             // why the words cannot be known before it runs
-  bool piped = false;                     // its standard output feeds another command
+  std::vector<Span> redirections;    // after the program word, in order
+  std::vector<std::string> outputs;  // where its standard output goes, as written; not /dev/null
+  std::string unknownBecause;  // why it must stay as written; empty when it may be translated
+  bool piped = false;          // its standard output feeds another command
+  std::size_t pipelineEnd = 0;  // where the pipeline it stands in ends
 };
 
 // Every invocation in the script, in the order of the text.

@@ -25,8 +25,9 @@ class ScriptRun {
     for (const std::string& file : options_.operands) handle(file);
     std::fflush(stdout);
     std::fprintf(stderr,
-                 "tovak-translate: %d files read, %d invocations translated, %d left, %d refused\n",
-                 read_, translated_, left_, refused_);
+                 "tovak-translate: %d files read, %d invocations translated, %d left, %d refused, "
+                 "%d mentions, %d lines reading the launcher's lines, %d files not rewritten\n",
+                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_);
     if (failed_) return 1;
     return unfinished_ ? 2 : 0;
   }
@@ -39,15 +40,14 @@ class ScriptRun {
     ++read_;
     // Under a POSIX shell such lines hand a carriage return to their last word already; a
     // rewrite would not keep that.
-    if (text.find("\r\n") != std::string::npos) {
-      unfinished_ = true;
-      return complain(file + " has CRLF line ends and is left unchanged");
+    if (text.find("\r\n") != std::string::npos && text.find("tovak") != std::string::npos) {
+      return passThrough(text, file + " has CRLF line ends and is left unchanged");
     }
     Rewrite rewrite;
     try {
       rewrite = rewriteScript(text, options_.fendix);
     } catch (const NestingTooDeep& error) {
-      return fail(file + " is refused: " + error.what());
+      return passThrough(text, file + " is left unchanged: " + error.what());
     }
     // A file that could not be replaced had nothing translated.
     if (options_.output == Output::kInPlace && rewrite.changed() &&
@@ -57,6 +57,8 @@ class ScriptRun {
     translated_ += rewrite.translated;
     left_ += rewrite.left;
     refused_ += rewrite.refused;
+    mentions_ += rewrite.mentions;
+    readers_ += rewrite.readers;
     unfinished_ = unfinished_ || rewrite.left > 0 || rewrite.refused > 0;
     switch (options_.output) {
       case Output::kScripts:
@@ -67,11 +69,21 @@ class ScriptRun {
         for (const Finding& finding : rewrite.findings) {
           writeOut(file + ":" + std::to_string(finding.line) + ": " + finding.reason + "\n");
         }
-        unfinished_ = unfinished_ || !rewrite.findings.empty();
+        // Mentions and readers are listed, but only invocations are still to be done.
+        unfinished_ = unfinished_ || rewrite.translated > 0;
         return;
       case Output::kInPlace:
         return;
     }
+  }
+
+  // A file the tool will not rewrite still reaches the output as it was, so that a pipeline
+  // never loses a script.
+  void passThrough(const std::string& text, const std::string& why) {
+    unfinished_ = true;
+    ++notRewritten_;
+    complain(why);
+    if (options_.output == Output::kScripts) writeOut(text);
   }
 
   void fail(const std::string& error) {
@@ -84,6 +96,9 @@ class ScriptRun {
   int translated_ = 0;
   int left_ = 0;
   int refused_ = 0;
+  int mentions_ = 0;
+  int readers_ = 0;
+  int notRewritten_ = 0;
   bool unfinished_ = false;
   bool failed_ = false;
 };

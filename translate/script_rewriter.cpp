@@ -42,11 +42,62 @@ bool mentionsLauncher(std::string_view line) {
   return false;
 }
 
+// The texts the launcher prints around a run, which a Fendix line does not print.
+constexpr std::string_view kLauncherTexts[] = {"translated command", "return code", "fendx"};
+
+// Which of the launcher's texts a line of script code reads, or none.
+std::string_view launcherTextIn(std::string_view line) {
+  if (trimmed(line).substr(0, 1) == "#") return {};
+  std::string lower(line);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (const std::string_view text : kLauncherTexts) {
+    if (lower.find(text) != std::string::npos) return text;
+  }
+  return {};
+}
+
+std::string withoutDoubleQuotes(std::string_view text) {
+  std::string kept;
+  for (const char c : text) {
+    if (c != '"') kept += c;
+  }
+  return kept;
+}
+
 struct Edit {
   std::size_t begin;
   std::size_t end;
   std::string text;
 };
+
+// The Fendix line, broken with a backslash-newline at blanks between its words as often as
+// the invocation it replaces was continued, each new line with the indent the old one had.
+std::string brokenOver(const std::string& line, const std::vector<std::string>& redirections,
+                       const std::vector<std::string>& indents) {
+  std::vector<std::size_t> blanks;  // where a word ends, outside the quotes the library adds
+  bool quoted = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == '"') quoted = !quoted;
+    if (line[i] == ' ' && !quoted) blanks.push_back(i);
+  }
+  std::string joined = line;
+  for (const std::string& redirection : redirections) {
+    blanks.push_back(joined.size());
+    joined += " " + redirection;
+  }
+  std::string out;
+  std::size_t done = 0;
+  for (std::size_t b = 0; b < indents.size(); ++b) {
+    const std::size_t at = blanks[(b + 1) * blanks.size() / (indents.size() + 1)];
+    if (at >= done) {
+      out.append(joined, done, at - done);
+      out += " ";
+      done = at + 1;
+    }
+    out += "\\\n" + indents[b];
+  }
+  return out + joined.substr(done);
+}
 
 class Rewriter {
  public:
@@ -54,12 +105,13 @@ class Rewriter {
 
   Rewrite run() {
     splitLines();
+    comments_.resize(rewrite_.lines.size());
+    if (text_.find("tovak") == std::string_view::npos) return finish(std::string(text_));
     const LexedScript script = lexShell(text_);
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
-    edits_.resize(rewrite_.lines.size());
-    comments_.resize(rewrite_.lines.size());
+    findReaders();
     std::vector<bool> invoked(rewrite_.lines.size());
     for (const Invocation& invocation : findInvocations(text_, script)) {
       invoked[lineOf(invocation.begin)] = true;
@@ -67,13 +119,13 @@ class Rewriter {
     }
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
       if (!invoked[i] && !isToolComment(rewrite_.lines[i]) && mentionsLauncher(rewrite_.lines[i])) {
-        rewrite_.findings.push_back({i + 1, "mentions tovak"});
+        ++rewrite_.mentions;
+        rewrite_.findings.push_back({i + 1, "mentions tovak", 0});
       }
-      rewrite_.result.push_back(rewrittenLine(i));
     }
     std::stable_sort(rewrite_.findings.begin(), rewrite_.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
-    return std::move(rewrite_);
+    return finish(editedText());
   }
 
  private:
@@ -94,20 +146,63 @@ class Rewriter {
            1;
   }
 
-  // Comments go above the line where the command around the invocation begins, never into
-  // a quoted string or a here-document that spans lines.
+  // Comments go above the line where the command around an offset begins, never into a
+  // quoted string or a here-document that spans lines; past the uncertain point a line
+  // start may lie inside a quoted string.
   std::size_t anchorOf(std::size_t offset) const {
-    const auto after = std::upper_bound(cleanStarts_.begin(), cleanStarts_.end(), offset);
+    const auto after =
+        std::upper_bound(cleanStarts_.begin(), cleanStarts_.end(), std::min(offset, uncertainFrom_));
     return lineOf(*(after - 1));
   }
 
+  void findReaders() {
+    for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
+      const std::string_view text = launcherTextIn(rewrite_.lines[i]);
+      if (text.empty() || isToolComment(rewrite_.lines[i])) continue;
+      readers_.push_back(i);
+      ++rewrite_.readers;
+      const std::string reason = "reads the launcher's own lines ('" + std::string(text) +
+                                 "'), which a Fendix line does not print";
+      rewrite_.findings.push_back({i + 1, reason, 0});
+      comments_[anchorOf(starts_[i])].push_back(reason);
+    }
+  }
+
+  // Why the launcher's own lines that the invocation prints are read further on, or empty.
+  std::string readBack(const Invocation& invocation) const {
+    for (const std::size_t reader : readers_) {
+      const std::size_t begin = starts_[reader];
+      const std::size_t end = begin + rewrite_.lines[reader].size();
+      if (invocation.piped && end >= invocation.end && begin <= invocation.pipelineEnd) {
+        return "its output is piped into a line that reads the launcher's own lines";
+      }
+      if (end < invocation.begin) continue;
+      // The reader's text, the invocation's own redirections blanked out.
+      std::string line = rewrite_.lines[reader];
+      const std::size_t from = std::max(begin, invocation.begin);
+      const std::size_t to = std::min(end, invocation.end);
+      if (from < to) line.replace(from - begin, to - from, to - from, ' ');
+      line = withoutDoubleQuotes(line);
+      for (const std::string& target : invocation.outputs) {
+        if (line.find(withoutDoubleQuotes(target)) != std::string::npos) {
+          return "its output goes to " + oneLine(target) +
+                 ", which a line reads for the launcher's own lines";
+        }
+      }
+    }
+    return "";
+  }
+
   void judge(const Invocation& invocation) {
-    const std::size_t line = lineOf(invocation.begin);
     if (invocation.begin >= uncertainFrom_) {
       return leave(invocation, "after " + uncertainBecause_ + ", where quoting cannot be followed");
     }
     if (!invocation.unknownBecause.empty()) return leave(invocation, invocation.unknownBecause);
-    if (lineOf(invocation.end) != line) return leave(invocation, "it spans lines");
+    if (const std::string reason = readBack(invocation); !reason.empty()) {
+      return leave(invocation, reason);
+    }
+    std::vector<std::string> indents;
+    if (!continuedLines(invocation, indents)) return leave(invocation, "it spans lines");
     const FendixLocation fendix = locateFendix(invocation.program.value, fendix_);
     if (!fendix.whyNot.empty()) return leave(invocation, fendix.whyNot);
     std::vector<std::string> words;
@@ -121,14 +216,33 @@ class Rewriter {
       return leave(invocation, "the Fendix line would hand '" + oneLine(std::string(1, *byte)) +
                                    "' to the shell as syntax");
     }
-    std::string replacement = fendix.program + " " + answer.commandLine;
-    for (const std::string& redirection : invocation.redirections) replacement += " " + redirection;
+    std::vector<std::string> redirections;
+    for (const Span& redirection : invocation.redirections) {
+      redirections.emplace_back(text_.substr(redirection.begin, redirection.end - redirection.begin));
+    }
     ++rewrite_.translated;
-    rewrite_.findings.push_back(
-        {line + 1, "legacy syntax, translates to: " + oneLine(replacement)});
-    edits_[line].push_back(
-        {invocation.begin - starts_[line], invocation.end - starts_[line], std::move(replacement)});
+    const std::string line = fendix.program + " " + answer.commandLine;
+    rewrite_.findings.push_back({lineOf(invocation.begin) + 1,
+                                 "legacy syntax, translates to: " + oneLine(brokenOver(line, redirections, {})),
+                                 lineOf(invocation.end) + 1});
+    edits_.push_back({invocation.begin, invocation.end, brokenOver(line, redirections, indents)});
     if (invocation.piped) comments_[anchorOf(invocation.begin)].emplace_back(kPiped);
+  }
+
+  // The indent of each line the invocation is continued onto with a backslash-newline
+  // between its words; false when a line ends inside it otherwise (in a quoted value). Line
+  // ends inside a redirection stay where they are.
+  bool continuedLines(const Invocation& invocation, std::vector<std::string>& indents) const {
+    for (std::size_t at = invocation.begin; (at = text_.find('\n', at)) < invocation.end; ++at) {
+      const bool carried = std::any_of(
+          invocation.redirections.begin(), invocation.redirections.end(),
+          [&](const Span& redirection) { return redirection.begin < at && at < redirection.end; });
+      if (carried) continue;
+      if (text_[at - 1] != '\\') return false;
+      const std::size_t indent = std::min(text_.find_first_not_of(" \t", at + 1), text_.size());
+      indents.emplace_back(text_.substr(at + 1, indent - at - 1));
+    }
+    return true;
   }
 
   void leave(const Invocation& invocation, const std::string& reason) {
@@ -137,12 +251,37 @@ class Rewriter {
   }
 
   void note(const Invocation& invocation, std::string reason) {
-    rewrite_.findings.push_back({lineOf(invocation.begin) + 1, reason});
-    // Past the uncertain point a line start may lie inside a quoted string.
-    comments_[anchorOf(std::min(invocation.begin, uncertainFrom_))].push_back(std::move(reason));
+    rewrite_.findings.push_back({lineOf(invocation.begin) + 1, reason, 0});
+    comments_[anchorOf(invocation.begin)].push_back(std::move(reason));
   }
 
-  std::vector<std::string> rewrittenLine(std::size_t i) const {
+  std::string editedText() {
+    std::sort(edits_.begin(), edits_.end(),
+              [](const Edit& a, const Edit& b) { return a.begin < b.begin; });
+    std::string edited;
+    std::size_t done = 0;
+    for (const Edit& edit : edits_) {
+      edited.append(text_, done, edit.begin - done);
+      edited += edit.text;
+      done = edit.end;
+    }
+    edited.append(text_, done, std::string_view::npos);
+    return edited;
+  }
+
+  // The rewrite, from the edited text, which has a line for every line of the script.
+  Rewrite finish(const std::string& edited) {
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
+      const std::size_t end = std::min(edited.find('\n', start), edited.size());
+      rewrite_.result.push_back(commentsAbove(i));
+      rewrite_.result.back().push_back(edited.substr(start, end - start));
+      start = end + 1;
+    }
+    return std::move(rewrite_);
+  }
+
+  std::vector<std::string> commentsAbove(std::size_t i) const {
     std::vector<std::string> out;
     const std::string& line = rewrite_.lines[i];
     for (const std::string& reason : comments_[i]) {
@@ -151,11 +290,6 @@ class Rewriter {
         out.push_back(std::move(comment));
       }
     }
-    std::string edited = line;
-    for (auto edit = edits_[i].rbegin(); edit != edits_[i].rend(); ++edit) {
-      edited.replace(edit->begin, edit->end - edit->begin, edit->text);
-    }
-    out.push_back(std::move(edited));
     return out;
   }
 
@@ -172,9 +306,10 @@ class Rewriter {
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
   std::vector<std::size_t> cleanStarts_;
+  std::vector<std::size_t> readers_;
   std::size_t uncertainFrom_ = std::string::npos;
   std::string uncertainBecause_;
-  std::vector<std::vector<Edit>> edits_;
+  std::vector<Edit> edits_;
   std::vector<std::vector<std::string>> comments_;
 };
 

@@ -14,6 +14,7 @@ namespace translate {
 struct Finding {
   std::size_t line = 0;
   std::string reason;
+  std::size_t lastLine = 0;  // where the invocation it is about ends, when it is rewritten
 };
 
 struct Rewrite {
@@ -23,14 +24,17 @@ struct Rewrite {
   int translated = 0;
   int left = 0;
   int refused = 0;
-  std::vector<Finding> findings;  // invocations still in legacy syntax, other mentions
+  int mentions = 0;  // lines that name tovak but run no invocation
+  int readers = 0;   // lines that read the launcher's own lines
+  std::vector<Finding> findings;  // invocations still in legacy syntax, mentions, readers
 
   bool lineChanged(std::size_t i) const;  // line i became anything but itself
   bool changed() const;
   std::string text() const;  // the rewritten script
 };
 
-// fendix, when not empty, names the Fendix of every rewritten line.
+// fendix, when not empty, names the Fendix of every rewritten line. A text that does not
+// hold "tovak" comes back as it is, with nothing counted.
 Rewrite rewriteScript(std::string_view text, const std::string& fendix);
 
 }  // namespace translate

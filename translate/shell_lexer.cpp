@@ -164,7 +164,10 @@ class Lexer {
       } else if (c == '$' || c == '`') {
         readExpansion(word);
       } else {
-        if (std::strchr("*?[", c) != nullptr) noteUnknown(word, "an unquoted glob character");
+        if (std::strchr("*?[", c) != nullptr) {
+          noteUnknown(word, "an unquoted glob character");
+          word.mayBeSeveral = true;
+        }
         if (c == '~') noteUnknown(word, "an unquoted ~");
         brace = brace || c == '{' || c == '}';
         word.value += c;
@@ -173,7 +176,10 @@ class Lexer {
     }
     word.end = pos_;
     // A lone brace is the group keyword; inside a word bash may expand it.
-    if (brace && word.end - word.begin > 1) noteUnknown(word, "an unquoted brace");
+    if (brace && word.end - word.begin > 1) {
+      noteUnknown(word, "an unquoted brace");
+      word.mayBeSeveral = true;
+    }
     return word;
   }
 
@@ -221,6 +227,7 @@ class Lexer {
     const std::size_t begin = pos_;
     pos_ = skipExpansion(begin, &word.substitutions);
     noteUnknown(word, text_[begin] == '`' ? kBackquote : kExpansion);
+    word.mayBeSeveral = word.mayBeSeveral || !inDoubleQuotes_;
   }
 
   // From a "$" or a backquote to just past the expansion; a command substitution's inside
