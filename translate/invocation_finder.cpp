@@ -190,6 +190,12 @@ class Finder {
       invocation.program = words[w];
       invocation.unknownBecause = "runs tovak through $" + std::string(name) +
                                   ", whose value is known only when the script runs";
+    } else if (!words[w].unknownBecause.empty() &&
+               std::any_of(from(words, w + 1), words.cend(),
+                           [&](const Word& word) { return refersToLauncher(text, word); })) {
+      // $SUDO tovak ...: what runs is known only when the script runs.
+      invocation.program = words[w];
+      invocation.unknownBecause = "the program before tovak is " + words[w].unknownBecause;
     } else if (const LaterRun later = runsLater(words, w);
                std::any_of(from(words, later.from), words.cend(),
                            [](const Word& word) { return holdsLauncher(word.value); })) {

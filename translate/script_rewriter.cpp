@@ -70,29 +70,34 @@ struct Edit {
   std::string text;
 };
 
-// The Fendix line, broken with a backslash-newline at blanks between its words as often as
-// the invocation it replaces was continued, each new line with the indent the old one had.
+// The Fendix line, broken with a backslash-newline as often as the invocation it replaces
+// was continued, each new line with the indent the old one had: before an option or a
+// redirection where there are enough of them, else at any blank between words.
 std::string brokenOver(const std::string& line, const std::vector<std::string>& redirections,
                        const std::vector<std::string>& indents) {
-  std::vector<std::size_t> blanks;  // where a word ends, outside the quotes the library adds
+  std::vector<std::size_t> blanks, beforeOptions;  // outside the quotes the library adds
   bool quoted = false;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (line[i] == '"') quoted = !quoted;
-    if (line[i] == ' ' && !quoted) blanks.push_back(i);
+    if (line[i] != ' ' || quoted) continue;
+    blanks.push_back(i);
+    if (i + 1 < line.size() && line[i + 1] == '-') beforeOptions.push_back(i);
   }
   std::string joined = line;
   for (const std::string& redirection : redirections) {
+    beforeOptions.push_back(joined.size());
     blanks.push_back(joined.size());
     joined += " " + redirection;
   }
+  const std::vector<std::size_t>& at = beforeOptions.size() >= indents.size() ? beforeOptions : blanks;
   std::string out;
   std::size_t done = 0;
   for (std::size_t b = 0; b < indents.size(); ++b) {
-    const std::size_t at = blanks[(b + 1) * blanks.size() / (indents.size() + 1)];
-    if (at >= done) {
-      out.append(joined, done, at - done);
+    const std::size_t blank = at[(b + 1) * at.size() / (indents.size() + 1)];
+    if (blank >= done) {
+      out.append(joined, done, blank - done);
       out += " ";
-      done = at + 1;
+      done = blank + 1;
     }
     out += "\\\n" + indents[b];
   }

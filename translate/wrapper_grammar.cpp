@@ -113,9 +113,9 @@ class WrapperReader {
     std::size_t i = at_ + 1;
     for (; i < words_.size() && !result_.has_value(); ++i) {
       const std::string_view word = words_[i].value;
+      if (grammar_.assignments && isAssignment(word)) break;
       // Where options may stand, a value known only at run time may be one.
-      if (words_[i].mayBeSeveral ||
-          (!words_[i].unknownBecause.empty() && !(grammar_.assignments && isAssignment(word)))) {
+      if (!words_[i].unknownBecause.empty()) {
         return notFollowed("an expansion among the options of " + std::string(grammar_.name));
       }
       if (word == "--") {
