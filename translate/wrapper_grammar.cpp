@@ -122,6 +122,7 @@ class WrapperReader {
         ++i;
         break;
       }
+      if (word == "-" && grammar_.name == "env") continue;  // the old spelling of -i
       if (word.size() < 2 || word[0] != '-') break;
       if (word[1] == '-') {
         readLong(word, i);
