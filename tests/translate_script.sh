@@ -29,7 +29,7 @@ tovak compare -F
 for x in 1; do tovak co -i 2; done; _a=1 a1=2 tovak co -F; 1a=3 tovak co -D 2>/dev/null; s
 sudo tovak co -F 2>/dev/null; (exec tovak co -F); time tovak co -D 2>/dev/null; cat <<<x; s
 sudo -u fw nice -n 10 tovak co -F; timeout -s KILL 600 tovak co -D; env -i FENDIX_LOG="$FENDIX_LOG" tovak co -L; s
-tovak co -F >>"$HOME/log" 2>&1 <"$FENDIX_LOG"; nohup ionice -c3 tovak qk -s 2>"$HOME/err"; s
+tovak co -F >>"$HOME/out" 2>&1 <"$FENDIX_LOG"; nohup ionice -c3 tovak qk -s 2>"$HOME/err"; s
 tovak co \
     -F -l /srv \
     -L; stdbuf -oL setsid -w chrt -b 0 taskset -c 0 flock lock time -p tovak ac -r 2>/dev/null; s
