@@ -1,0 +1,76 @@
+// Feeds arbitrary scripts to the rewriter that tovak-translate's script mode uses, and checks
+// the properties that a wrong rewrite breaks: it is idempotent, it leaves a text without
+// "tovak" alone, it keeps every line of the script in order with only its own comment lines
+// added, and it changes a line only where it reports an invocation rewritten there.
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "script_rewriter.h"
+#include "shell_lexer.h"
+
+namespace {
+
+void check(bool holds, const char* property) {
+  if (!holds) {
+    std::fprintf(stderr, "property broken: %s\n", property);
+    std::abort();
+  }
+}
+
+bool isToolComment(std::string_view line) {
+  const std::size_t start = line.find_first_not_of(" \t");
+  return start != std::string_view::npos && line.substr(start, 19) == "# tovak-translate: ";
+}
+
+bool reportedRewritten(const translate::Rewrite& rewrite, std::size_t line) {
+  for (const translate::Finding& finding : rewrite.findings) {
+    if (finding.reason.rfind("legacy syntax, translates to: ", 0) == 0 && finding.line <= line &&
+        line <= finding.lastLine) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void checkLines(const translate::Rewrite& rewrite, const std::string& out) {
+  check(rewrite.result.size() == rewrite.lines.size(), "one result for every line");
+  std::vector<std::string> written;
+  for (std::size_t i = 0; i < rewrite.lines.size(); ++i) {
+    const std::vector<std::string>& became = rewrite.result[i];
+    check(!became.empty(), "every line is written");
+    for (std::size_t k = 0; k + 1 < became.size(); ++k) {
+      check(isToolComment(became[k]), "only the tool's comment lines are added");
+    }
+    check(became.back() == rewrite.lines[i] || reportedRewritten(rewrite, i + 1),
+          "a line changes only where an invocation is reported rewritten");
+    written.insert(written.end(), became.begin(), became.end());
+  }
+  std::string joined;
+  for (const std::string& line : written) joined += line + '\n';
+  if (!rewrite.finalLineEnd && !joined.empty()) joined.pop_back();
+  check(joined == out, "the lines written are the lines of the output, in order");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  translate::Rewrite rewrite;
+  try {
+    rewrite = translate::rewriteScript(text, "");
+  } catch (const translate::NestingTooDeep&) {
+    return 0;  // script mode writes such a file through unchanged
+  }
+  const std::string out = rewrite.text();
+  if (text.find("tovak") == std::string::npos) {
+    check(out == text && rewrite.findings.empty() && rewrite.mentions == 0,
+          "a text without tovak comes out unchanged and counts nothing");
+  }
+  checkLines(rewrite, out);
+  check(translate::rewriteScript(out, "").text() == out, "the rewrite of the rewrite is the rewrite");
+  return 0;
+}
