@@ -328,7 +328,7 @@ with tempfile.TemporaryDirectory() as tmp:
         *[(line, "left as it is: runs tovak through $T, whose value is known only when the script runs")
           for line in ["$T co -F", '"${T}" co', "sudo -- $T co"]],
         *[(line, translates) for line in [
-            "echo $;tovak co -F", "case a in a) tovak co -F;; esac", "case a in (x|tovak) :;; a) tovak co -F;; esac",
+            "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac", "case a in (x|tovak) :;; a) tovak co -F;; esac",
             *(f"{text}; tovak co -F" for text in [
                 'echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}", "echo ${x:-''}",
                 'echo ${x:-"\\""}', 'echo ${x:-"}"}', "echo ${x:-a(}", "for x in tovak", "f() { :; }"])]],

@@ -15,7 +15,9 @@ constexpr const char* kBackquote = "a backquote";
 constexpr const char* kContinuation = "a line continuation";
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
-bool endsWord(char c) { return c == '\n' || isBlank(c) || std::strchr(";&|()<>", c) != nullptr; }
+bool endsWord(char c) {
+  return c == '\n' || isBlank(c) || (c != '\0' && std::strchr(";&|()<>", c) != nullptr);
+}
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 void noteUnknown(Word& word, const char* reason) {
@@ -170,7 +172,7 @@ class Lexer {
         }
         if (c == '~') noteUnknown(word, "an unquoted ~");
         brace = brace || c == '{' || c == '}';
-        word.value += c;
+        if (c != '\0') word.value += c;  // the shells drop NUL bytes
         ++pos_;
       }
     }
