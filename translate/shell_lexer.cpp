@@ -166,7 +166,7 @@ class Lexer {
       } else if (c == '$' || c == '`') {
         readExpansion(word);
       } else {
-        if (std::strchr("*?[", c) != nullptr) {
+        if (c != '\0' && std::strchr("*?[", c) != nullptr) {
           noteUnknown(word, "an unquoted glob character");
           word.mayBeSeveral = true;
         }
