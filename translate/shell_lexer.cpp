@@ -300,26 +300,34 @@ class Lexer {
 
   void readHereDocuments() {
     for (const HereDocument& document : pending_) {
+      const std::size_t body = pos_;
+      std::size_t bodyEnd = text_.size();  // where the delimiter line begins
       while (pos_ < text_.size()) {
         const std::size_t end = lineEnd(pos_);
         std::string_view line = text_.substr(pos_, end - pos_);
-        if (document.expands) recordSubstitutions(pos_, end);
-        pos_ = std::min(end + 1, text_.size());
         while (document.stripTabs && !line.empty() && line.front() == '\t') line.remove_prefix(1);
-        if (line == document.delimiter) break;
+        if (line == document.delimiter) bodyEnd = pos_;
+        pos_ = std::min(end + 1, text_.size());
+        if (bodyEnd != text_.size()) break;
       }
+      if (document.expands) recordSubstitutions(body, bodyEnd);
     }
     pending_.clear();
   }
 
+  // The command substitutions of an expanding here-document's body, which end within it.
   void recordSubstitutions(std::size_t begin, std::size_t end) {
+    Lexer body(text_.substr(0, end));
+    body.nesting_ = nesting_;
     for (std::size_t i = begin; i < end; ++i) {
       if (text_[i] == '\\') {
         ++i;
       } else if (text_[i] == '`' || text_[i] == '$') {
-        i = skipExpansion(i, &script_.hereDocumentSubstitutions) - 1;
+        i = body.skipExpansion(i, &script_.hereDocumentSubstitutions) - 1;
       }
     }
+    if (body.script_.uncertainFrom != std::string::npos)
+      noteUncertain(body.script_.uncertainFrom, body.script_.uncertainBecause);
   }
 
   std::string_view text_;
