@@ -342,7 +342,7 @@ with tempfile.TemporaryDirectory() as tmp:
             'echo "$$(tovak co)"', "echo $((1<<2)) tovak co", "echo ${x:-\\}$(tovak co)}", "command -v tovak",
             "command -V tovak", "sudo -l tovak co", "sudo --list tovak", "ionice -p 1 tovak", "chrt -p 1 tovak",
             "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac", "for x in tovak; do :; done",
-            "find . -name tovak", "T=tovak"]],
+            "find . -name tovak", "T=tovak", "ssh h ls; echo tovak"]],
         *[(line, "left as it is: inside a command substitution") for line in [
             'echo "$(tovak co)"', 'x=$(echo "\\")"; tovak co)', "echo `tovak co`", "x=`\\`;tovak co`"]],
         *[(line, "left as it is: a line continuation") for line in ["tovak co -l a\\\nb", 'tovak co -l "a\\\nb"']],
