@@ -21,7 +21,7 @@ PRELUDE = 's() { echo "status $?" >>"$FENDIX_LOG"; }\nT=tovak\n'
 # Passes the command through as sudo would, for the options the scripts give it.
 SUDO = '#!/bin/sh\nwhile :; do case $1 in -[ugCDprtTU]) shift 2;; --) shift; break;; -*) shift;;\n' \
        '*=*) export "$1"; shift;; *) break;; esac; done\nexec "$@"\n'
-PROGRAMS = "cat env nice timeout nohup ionice chrt taskset flock setsid stdbuf time grep sed sh".split()
+PROGRAMS = "cat env nice timeout nohup ionice chrt taskset flock setsid stdbuf time grep sed sh dash".split()
 failures = []
 
 
@@ -145,9 +145,10 @@ def quote(r, word):
     return word
 
 
-# The script, and how many calls it makes (the echoed and here-document lines make none).
+# The script, how many calls it makes (the echoed and here-document lines make none), and its
+# commands of one line each.
 def generate(r, count):
-    lines, calls = [], 0
+    lines, calls, commands = [], 0, []
     for _ in range(count):
         words = [command := r.choice(list(OPTIONS))]
         for _ in range(r.randrange(5)):
@@ -163,16 +164,36 @@ def generate(r, count):
         wrap = r.choice(WRAPS)
         calls += not wrap.startswith(("echo", "cat <<"))
         lines.append(wrap.format(f"{r.choice(PREFIXES)}{launcher}{line}") + "\ns\n")
+        commands += [lines[-1][:-3]] * ("\n" not in lines[-1][:-3])
         if r.random() < .05:
             lines.append(r.choice(DECOYS) + "\n")
-    return "".join(lines), calls
+    return "".join(lines), calls, commands
+
+
+# Each command as a crontab entry and rewritten with --crontab, then run by dash -c as cron
+# runs it, one after the other, before and after.
+def prove_crontab(label, commands):
+    entries = "".join(f"* * * * * root {command}\n" for command in commands)
+    code, rewritten, _ = tool(["--crontab", "-"], entries)
+    after = [line[15:] for line in rewritten.splitlines() if not line.startswith("#")]
+    def runner(lines):
+        return (PRELUDE + "cat >\"$HOME/cmds\" <<'EOT_CMDS'\n" + "\n".join(lines) + "\nEOT_CMDS\n" +
+                "".join(f'dash -c "$(sed -n {k}p "$HOME/cmds")"; s\n' for k in range(1, len(lines) + 1)))
+    with tempfile.TemporaryDirectory() as tmp:
+        os.mkdir(tmp + "/link")
+        os.symlink(BIN + "/tovak", tmp + "/link/tovak")
+        logs = [run_log("dash", runner(lines).replace("@BIN@", BIN).replace("@LINK@", tmp + "/link"), tmp)
+                for lines in (commands, after)]
+    expect(f"{label} run by dash -c", logs[1], logs[0])
+    print(f"{label}: {len(commands)} entries, {sum(a != b for a, b in zip(commands, after))} rewritten, exit {code}")
 
 
 prove("hand-written script", Path(ARGS.script).read_text(), (30, 12, 1), 43)
 # CI's seed pinned whole: a line newly left or refused is a change of reach, not only of proof.
-prove(f"generated script (seed {ARGS.seed})", *generate(random.Random(ARGS.seed), ARGS.count)[:1],
-      (165, 244, 35) if (ARGS.seed, ARGS.count) == (1, 500) else ARGS.count // 5,
-      generate(random.Random(ARGS.seed), ARGS.count)[1])
+GENERATED = generate(random.Random(ARGS.seed), ARGS.count)
+prove(f"generated script (seed {ARGS.seed})", GENERATED[0],
+      (165, 244, 35) if (ARGS.seed, ARGS.count) == (1, 500) else ARGS.count // 5, GENERATED[1])
+prove_crontab(f"generated crontab (seed {ARGS.seed})", GENERATED[2])
 
 # The README's before and after.
 section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
@@ -192,7 +213,7 @@ for arguments, wanted in [
         (["--", "--version"], (1, "", "The command: --version is not supported.\n")),
         (["--fendix", "/o/F"], (1, "", "Please specify the command!\n")),
         (["--version"], (0, "tovak-translate 1.0.0\n", "")),
-        (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script"))),
+        (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script or --crontab"))),
         (["--script", "--diff", "--check", "-"], (1, "", USAGE.format("choose one of --diff, --in-place and --check"))),
         (["--script", "--in-place", "-"], (1, "", USAGE.format("standard input cannot be rewritten in place"))),
         (["--script", "--no-backup", "-"], (1, "", USAGE.format("--no-backup goes with --in-place"))),
@@ -225,6 +246,33 @@ for label, script, wanted in [
         ("no tovak, CRLF and nesting", "x=${a:-" * 70 + "\r\n", (0, "x=${a:-" * 70 + "\r\n", summary()))]:
     expect(label, tool(["--script", "-"], script), wanted)
 
+# Crontabs: the command field rewritten as a script line, every other byte kept; an entry with
+# a % left; every entry after a SHELL other than /bin/sh left; a user's crontab from standard input.
+CRON = ("# jobs\nMAILTO=ops\n15 2 * * *\troot\ttovak co -F >>/l 2>&1\n@daily  root  tovak co -F\n"
+        "0 3 * * * root tovak co -F >/o-$(date +\\%F)\n1 * * * * root echo tovak\n"
+        "2 * * * * root sudo -u fw nice -n 5 tovak co -F\n3 * * * * root ls\nSHELL = '/bin/bash'\n"
+        "4 * * * * root tovak co -F; tovak co -D\n")
+PERCENT = "# tovak-translate: left as it is: a % in the command, which cron turns into a line break and standard input\n"
+BASH = "# tovak-translate: left as it is: SHELL=/bin/bash, and the tool proves its rewrites under sh\n"
+for label, arguments, text, wanted in [
+        ("a system crontab", ["--crontab", "-"], CRON, (2, CRON.replace("tovak co -F >>", FENDIX_CO + " >>").replace(
+            "  tovak co -F\n", f"  {FENDIX_CO}\n").replace("0 3", PERCENT + "0 3").replace("5 tovak co -F", "5 " + FENDIX_CO)
+            .replace("4 *", BASH + "4 *"), summary(translated=3, left=3, mentions=1))),
+        ("its --check", ["--crontab", "--check", "-"], CRON, (2, "".join(
+            f"-:{n}: {why}\n" for n, why in [(3, f"legacy syntax, translates to: {FENDIX_CO} >>/l 2>&1"),
+                                             (4, f"legacy syntax, translates to: {FENDIX_CO}"), (5, PERCENT[19:-1]),
+                                             (6, "mentions tovak"), (7, f"legacy syntax, translates to: {FENDIX_CO}"),
+                                             (10, BASH[19:-1])]), summary(translated=3, left=3, mentions=1))),
+        ("a user's crontab", ["--crontab", "--crontab-user", "-"], "0 1 * * * tovak co -F\n@reboot  tovak co -F\n",
+         (0, f"0 1 * * * {FENDIX_CO}\n@reboot  {FENDIX_CO}\n", summary(translated=2))),
+        ("in place, no backup directory", ["--crontab", "--in-place", "x"], "", (1, "", USAGE.format(
+            "with --crontab, --in-place needs --backup-dir DIR or --no-backup, as a cron daemon may run a FILE.orig "
+            "beside the crontab as well"))),
+        ("--crontab-user alone", ["--script", "--crontab-user", "-"], "", (1, "", USAGE.format("--crontab-user goes with --crontab"))),
+        ("--backup-dir alone", ["--crontab", "--backup-dir=/", "-"], "", (1, "", USAGE.format(
+            "--backup-dir goes with --crontab --in-place")))]:
+    expect(label, tool(arguments, text), wanted)
+
 LEGACY, NEW = "tovak compare -F\n", FENDIX_CO + "\n"  # a change on the first line
 with tempfile.TemporaryDirectory() as tmp:
     def write(name, text, mode=0o644):
@@ -253,6 +301,10 @@ with tempfile.TemporaryDirectory() as tmp:
              summary()), LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)),
            ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
+    os.mkdir(tmp + "/cron.d"), os.mkdir(tmp + "/kept"), write("cron.d/job", "* * * * * root " + LEGACY)
+    expect("a crontab in place", (tool(["--crontab", "--in-place", "--backup-dir", tmp + "/kept", "cron.d/job"], cwd=tmp)[0],
+                                  os.listdir(tmp + "/cron.d"), read("cron.d/job"), read("kept/job.orig")),
+           (0, ["job"], "* * * * * root " + NEW, "* * * * * root " + LEGACY))
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
     expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") + summary()))

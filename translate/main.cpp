@@ -15,6 +15,9 @@ constexpr const char* kUsage =
     "usage: tovak-translate [--fendix NAME] LEGACY-LINE...\n"
     "       tovak-translate --script [--diff | --in-place [--no-backup] | --check]\n"
     "                       [--fendix NAME] FILE...\n"
+    "       tovak-translate --crontab [--crontab-user] [--diff | --check |\n"
+    "                       --in-place (--backup-dir DIR | --no-backup)]\n"
+    "                       [--fendix NAME] FILE...\n"
     "\n"
     "Prints the Fendix command line the legacy line would run; the library's own\n"
     "lines go to standard error. Exit 0 when translated, 1 when refused.\n"
@@ -28,6 +31,9 @@ constexpr const char* kUsage =
     "  --check       change nothing; list each invocation and mention of tovak\n"
     "  --fendix NAME the Fendix every rewritten line names (default: the one beside\n"
     "                the tovak it replaces, or Fendix through PATH for a bare tovak)\n"
+    "With --crontab, each FILE is a crontab (/etc/crontab, /etc/cron.d/*; with\n"
+    "--crontab-user, one as crontab -l prints it) whose commands are rewritten.\n"
+    "  --backup-dir DIR  with --in-place, keep FILE.orig in DIR, not beside FILE\n"
     "Exit 0 when every invocation was translated, 2 when one was left or refused,\n"
     "1 when a file could not be read or written.\n";
 

@@ -15,6 +15,8 @@ bool apply(std::string_view option, Options& options, Output& chosen, int& outpu
     return true;
   };
   if (option == "--script") return options.script = true;
+  if (option == "--crontab") return options.script = options.crontab = true;
+  if (option == "--crontab-user") return options.crontabUser = true;
   if (option == "--diff") return output(Output::kDiff);
   if (option == "--in-place") return output(Output::kInPlace);
   if (option == "--check") return output(Output::kCheck);
@@ -30,7 +32,17 @@ bool apply(std::string_view option, Options& options, Output& chosen, int& outpu
 std::string whatIsWrong(const Options& options, int outputs) {
   if (outputs > 1) return "choose one of --diff, --in-place and --check";
   if (!options.script && (outputs > 0 || !options.backup)) {
-    return "--diff, --in-place, --check and --no-backup go with --script";
+    return "--diff, --in-place, --check and --no-backup go with --script or --crontab";
+  }
+  if (options.crontabUser && !options.crontab) return "--crontab-user goes with --crontab";
+  const bool inPlace = options.output == Output::kInPlace;
+  if (!options.backupDir.empty() && !(options.crontab && inPlace && options.backup)) {
+    return "--backup-dir goes with --crontab --in-place";
+  }
+  // Some cron daemons run every file of /etc/cron.d, a FILE.orig there as well.
+  if (options.crontab && inPlace && options.backup && options.backupDir.empty()) {
+    return "with --crontab, --in-place needs --backup-dir DIR or --no-backup, as a cron daemon "
+           "may run a FILE.orig beside the crontab as well";
   }
   if (!options.backup && options.output != Output::kInPlace)
     return "--no-backup goes with --in-place";
@@ -42,8 +54,10 @@ std::string whatIsWrong(const Options& options, int outputs) {
   if (launcher::firstShellSyntaxByte(options.fendix)) {
     return "--fendix " + options.fendix + " holds a byte the shell would read as syntax";
   }
-  if (options.script && options.operands.empty())
-    return "--script needs a file, or - for standard input";
+  if (options.script && options.operands.empty()) {
+    return std::string(options.crontab ? "--crontab" : "--script") +
+           " needs a file, or - for standard input";
+  }
   return "";
 }
 
@@ -69,6 +83,10 @@ Options parseOptions(int argc, char** argv) {
       return options;
     } else if (word.substr(0, 9) == "--fendix=") {
       options.fendix = std::string(word.substr(9));
+    } else if (word == "--backup-dir" && i + 1 < argc) {
+      options.backupDir = argv[++i];
+    } else if (word.substr(0, 13) == "--backup-dir=") {
+      options.backupDir = std::string(word.substr(13));
     } else if (!apply(word, options, chosen, outputs)) {
       options.error = "unknown option " + std::string(word);
       return options;

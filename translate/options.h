@@ -11,9 +11,12 @@ namespace translate {
 enum class Output { kScripts, kDiff, kInPlace, kCheck };
 
 struct Options {
-  bool script = false;
+  bool script = false;       // --script or --crontab: files, not a legacy line
+  bool crontab = false;      // the files are crontabs
+  bool crontabUser = false;  // ... as "crontab -l" prints them, with no user field
   Output output = Output::kScripts;
   bool backup = true;
+  std::string backupDir;  // where --in-place keeps FILE.orig; empty: beside the file
   bool help = false;
   bool version = false;
   std::string fendix;                 // empty: named after each invocation's launcher

@@ -51,6 +51,19 @@ bool writeTemporary(const std::string& target, const std::string& text, const st
   return true;
 }
 
+// A backup in a directory on another file system, where no second name can be given: a copy,
+// which like the link never overwrites a backup that is there.
+bool copyOf(const std::string& from, const std::string& to, const struct stat& old) {
+  std::string text, error;
+  if (!readScript(from, text, error)) return false;
+  const int fd = open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, old.st_mode & 0777);
+  if (fd < 0) return false;
+  const bool written = writeAll(fd, text) && fsync(fd) == 0;
+  if (close(fd) == 0 && written) return true;
+  unlink(to.c_str());
+  return false;
+}
+
 }  // namespace
 
 bool readScript(const std::string& path, std::string& text, std::string& error) {
@@ -82,14 +95,15 @@ bool readScript(const std::string& path, std::string& text, std::string& error) 
 }
 
 bool replaceScript(const std::string& path, const std::string& text, bool backup,
-                   std::string& error) {
+                   const std::string& backupDir, std::string& error) {
   char resolved[PATH_MAX];
   struct stat status {};
   if (realpath(path.c_str(), resolved) == nullptr || stat(resolved, &status) != 0) {
     return fail(error, "cannot resolve " + path);
   }
   const std::string target = resolved;
-  const std::string backupName = target + ".orig";
+  const std::string backupName =
+      (backupDir.empty() ? target : backupDir + target.substr(target.rfind('/'))) + ".orig";
   if (backup && access(backupName.c_str(), F_OK) == 0) {
     error = backupName + " exists already; " + path + " is left unchanged";
     return false;
@@ -98,7 +112,8 @@ bool replaceScript(const std::string& path, const std::string& text, bool backup
   if (!writeTemporary(target, text, status, temporary, error)) return false;
   // A second name for the old file is its backup: nothing is copied, and the link fails
   // rather than overwrite a backup that appeared meanwhile.
-  const bool linked = backup && link(target.c_str(), backupName.c_str()) == 0;
+  const bool linked = backup && (link(target.c_str(), backupName.c_str()) == 0 ||
+                                 (errno == EXDEV && copyOf(target, backupName, status)));
   if ((backup && !linked) || rename(temporary.c_str(), target.c_str()) != 0) {
     fail(error, "cannot replace " + path);
     unlink(temporary.c_str());

@@ -11,9 +11,10 @@ bool readScript(const std::string& path, std::string& text, std::string& error);
 
 // Writes text to a temporary file beside the real file behind path (symbolic links are
 // followed), with that file's mode, and renames it over the file. With a backup, the old
-// file stays as FILE.orig beside the real file; an existing backup refuses the replacement.
+// file stays as FILE.orig beside the real file, or in backupDir when that is given; an
+// existing backup refuses the replacement.
 bool replaceScript(const std::string& path, const std::string& text, bool backup,
-                   std::string& error);
+                   const std::string& backupDir, std::string& error);
 
 }  // namespace translate
 

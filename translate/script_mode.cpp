@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "crontab_rewriter.h"
 #include "diff_writer.h"
 #include "script_file.h"
 #include "script_rewriter.h"
@@ -23,7 +24,8 @@ class ScriptRun {
 
   int run() {
     for (const std::string& file : options_.operands) handle(file);
-    std::fflush(stdout);
+    // A script cut short in a pipeline must not pass for a whole one.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) fail("cannot write standard output");
     std::fprintf(stderr,
                  "tovak-translate: %d files read, %d invocations translated, %d left, %d refused, "
                  "%d mentions, %d lines reading the launcher's lines, %d files not rewritten\n",
@@ -45,13 +47,14 @@ class ScriptRun {
     }
     Rewrite rewrite;
     try {
-      rewrite = rewriteScript(text, options_.fendix);
+      rewrite = options_.crontab ? rewriteCrontab(text, options_.fendix, options_.crontabUser)
+                                 : rewriteScript(text, options_.fendix);
     } catch (const NestingTooDeep& error) {
       return passThrough(text, file + " is left unchanged: " + error.what());
     }
     // A file that could not be replaced had nothing translated.
     if (options_.output == Output::kInPlace && rewrite.changed() &&
-        !replaceScript(file, rewrite.text(), options_.backup, error)) {
+        !replaceScript(file, rewrite.text(), options_.backup, options_.backupDir, error)) {
       return fail(error);
     }
     translated_ += rewrite.translated;

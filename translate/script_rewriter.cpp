@@ -27,11 +27,13 @@ std::string_view indentOf(std::string_view line) {
   return line.substr(0, line.size() - trimmed(line).size());
 }
 
-bool isToolComment(std::string_view line) { return trimmed(line).substr(0, kMark.size()) == kMark; }
-
 bool isNameByte(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-';
 }
+
+}  // namespace
+
+bool isToolComment(std::string_view line) { return trimmed(line).substr(0, kMark.size()) == kMark; }
 
 bool mentionsLauncher(std::string_view line) {
   for (std::size_t at = line.find("tovak"); at != std::string_view::npos;
@@ -41,6 +43,8 @@ bool mentionsLauncher(std::string_view line) {
   }
   return false;
 }
+
+namespace {
 
 // The texts the launcher prints around a run, which a Fendix line does not print.
 constexpr std::string_view kLauncherTexts[] = {"translated command", "return code", "fendx"};
@@ -109,9 +113,13 @@ class Rewriter {
   Rewriter(std::string_view text, const std::string& fendix) : text_(text), fendix_(fendix) {}
 
   Rewrite run() {
-    splitLines();
+    rewrite_ = asWritten(text_);
+    for (std::size_t i = 0, start = 0; i < rewrite_.lines.size(); ++i) {
+      starts_.push_back(start);
+      start += rewrite_.lines[i].size() + 1;
+    }
+    if (text_.find("tovak") == std::string_view::npos) return std::move(rewrite_);
     comments_.resize(rewrite_.lines.size());
-    if (text_.find("tovak") == std::string_view::npos) return finish(std::string(text_));
     const LexedScript script = lexShell(text_);
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
@@ -134,17 +142,6 @@ class Rewriter {
   }
 
  private:
-  void splitLines() {
-    std::size_t start = 0;
-    while (start < text_.size()) {
-      const std::size_t end = std::min(text_.find('\n', start), text_.size());
-      starts_.push_back(start);
-      rewrite_.lines.emplace_back(text_.substr(start, end - start));
-      start = end + 1;
-    }
-    rewrite_.finalLineEnd = text_.empty() || text_.back() == '\n';
-  }
-
   std::size_t lineOf(std::size_t offset) const {
     return static_cast<std::size_t>(std::upper_bound(starts_.begin(), starts_.end(), offset) -
                                     starts_.begin()) -
@@ -276,6 +273,7 @@ class Rewriter {
 
   // The rewrite, from the edited text, which has a line for every line of the script.
   Rewrite finish(const std::string& edited) {
+    rewrite_.result.clear();
     std::size_t start = 0;
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
       const std::size_t end = std::min(edited.find('\n', start), edited.size());
@@ -338,6 +336,18 @@ std::string Rewrite::text() const {
   }
   if (!finalLineEnd && !joined.empty()) joined.pop_back();
   return joined;
+}
+
+Rewrite asWritten(std::string_view text) {
+  Rewrite rewrite;
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find('\n', start), text.size());
+    rewrite.lines.emplace_back(text.substr(start, end - start));
+    rewrite.result.push_back({rewrite.lines.back()});
+    start = end + 1;
+  }
+  rewrite.finalLineEnd = text.empty() || text.back() == '\n';
+  return rewrite;
 }
 
 Rewrite rewriteScript(std::string_view text, const std::string& fendix) {

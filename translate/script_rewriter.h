@@ -33,6 +33,13 @@ struct Rewrite {
   std::string text() const;  // the rewritten script
 };
 
+// Whether a line names tovak as a word of its own; whether it is one of the tool's comments.
+bool mentionsLauncher(std::string_view line);
+bool isToolComment(std::string_view line);
+
+// The text's lines, each written as it is, nothing counted.
+Rewrite asWritten(std::string_view text);
+
 // fendix, when not empty, names the Fendix of every rewritten line. A text that does not
 // hold "tovak" comes back as it is, with nothing counted.
 Rewrite rewriteScript(std::string_view text, const std::string& fendix);
