@@ -1,4 +1,4 @@
-// Feeds arbitrary scripts to the rewriter that tovak-translate's script mode uses, and checks
+// Feeds arbitrary scripts and crontabs to the rewriters that tovak-translate uses, and checks
 // the properties that a wrong rewrite breaks: it is idempotent, it leaves a text without
 // "tovak" alone, it keeps every line of the script in order with only its own comment lines
 // added, and it changes a line only where it reports an invocation rewritten there.
@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "crontab_rewriter.h"
 #include "script_rewriter.h"
 #include "shell_lexer.h"
 
@@ -57,20 +58,27 @@ void checkLines(const translate::Rewrite& rewrite, const std::string& out) {
 
 }  // namespace
 
+// The first byte chooses the mode, by its value modulo 3: a script ("0"), or a crontab in the
+// system (1) or the user format (2).
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  const std::string text(reinterpret_cast<const char*>(data), size);
-  translate::Rewrite rewrite;
+  if (size == 0) return 0;
+  const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const auto rewrite = [mode = data[0] % 3](const std::string& input) {
+    return mode == 0 ? translate::rewriteScript(input, "")
+                     : translate::rewriteCrontab(input, "", mode == 2);
+  };
+  translate::Rewrite first;
   try {
-    rewrite = translate::rewriteScript(text, "");
+    first = rewrite(text);
   } catch (const translate::NestingTooDeep&) {
     return 0;  // script mode writes such a file through unchanged
   }
-  const std::string out = rewrite.text();
+  const std::string out = first.text();
   if (text.find("tovak") == std::string::npos) {
-    check(out == text && rewrite.findings.empty() && rewrite.mentions == 0,
+    check(out == text && first.findings.empty() && first.mentions == 0,
           "a text without tovak comes out unchanged and counts nothing");
   }
-  checkLines(rewrite, out);
-  check(translate::rewriteScript(out, "").text() == out, "the rewrite of the rewrite is the rewrite");
+  checkLines(first, out);
+  check(rewrite(out).text() == out, "the rewrite of the rewrite is the rewrite");
   return 0;
 }

@@ -49,11 +49,16 @@ namespace {
 // The texts the launcher prints around a run, which a Fendix line does not print.
 constexpr std::string_view kLauncherTexts[] = {"translated command", "return code", "fendx"};
 
-// Which of the launcher's texts a line of script code reads, or none.
-std::string_view launcherTextIn(std::string_view line) {
+// Which of the launcher's texts a line of script code reads, or none; the words of the
+// invocations on it (from, to: offsets in the line) are not reading.
+std::string_view launcherTextIn(std::string_view line, const std::vector<Span>& invocations) {
   if (trimmed(line).substr(0, 1) == "#") return {};
   std::string lower(line);
   for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (const Span& invocation : invocations) {
+    lower.replace(invocation.begin, invocation.end - invocation.begin,
+                  invocation.end - invocation.begin, ' ');
+  }
   for (const std::string_view text : kLauncherTexts) {
     if (lower.find(text) != std::string::npos) return text;
   }
@@ -124,9 +129,10 @@ class Rewriter {
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
-    findReaders();
+    const std::vector<Invocation> invocations = findInvocations(text_, script);
+    findReaders(invocations);
     std::vector<bool> invoked(rewrite_.lines.size());
-    for (const Invocation& invocation : findInvocations(text_, script)) {
+    for (const Invocation& invocation : invocations) {
       invoked[lineOf(invocation.begin)] = true;
       judge(invocation);
     }
@@ -157,9 +163,17 @@ class Rewriter {
     return lineOf(*(after - 1));
   }
 
-  void findReaders() {
+  void findReaders(const std::vector<Invocation>& invocations) {
+    std::vector<std::vector<Span>> within(rewrite_.lines.size());  // invocations, by line
+    for (const Invocation& invocation : invocations) {
+      for (std::size_t line = lineOf(invocation.begin); line <= lineOf(invocation.end); ++line) {
+        const std::size_t end = starts_[line] + rewrite_.lines[line].size();
+        within[line].push_back({std::max(invocation.begin, starts_[line]) - starts_[line],
+                                std::min(invocation.end, end) - starts_[line]});
+      }
+    }
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
-      const std::string_view text = launcherTextIn(rewrite_.lines[i]);
+      const std::string_view text = launcherTextIn(rewrite_.lines[i], within[i]);
       if (text.empty() || isToolComment(rewrite_.lines[i])) continue;
       readers_.push_back(i);
       ++rewrite_.readers;

@@ -1,4 +1,4 @@
-# A script in legacy syntax: each launch is followed by "s", which logs its status.
+0# A script in legacy syntax: each launch is followed by "s", which logs its status.
 tovak compare -F -l /srv/repo -L   # nightly
   tovak co -D -m 7X21 --xml>/dev/null 2>&1 && tovak up -F --noinventory; s
 @BIN@/tovak acquire -l /srv/a -o rhel8 --meta-only -r --ignore-req; s

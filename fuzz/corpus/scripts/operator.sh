@@ -1,4 +1,4 @@
-sudo -u fw nice -n 10 tovak co -F >>"$LOG" 2>&1
+0sudo -u fw nice -n 10 tovak co -F >>"$LOG" 2>&1
 case $1 in
   tovak) echo legacy ;;
 esac
