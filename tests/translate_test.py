@@ -126,10 +126,12 @@ CHARS = [*" ,.:@%=+-_;|<>(){}$`\\*?[]~#\"'!\t\n", "&&"]
 WRAPS = ["{}", "({})", "{{ {}; }}", "if {}; then :; fi", "{} && :", "{} || :", "{} | cat >/dev/null",
          "{} >/dev/null 2>&1", "{} # c", "x=$({})", 'echo {} >>"$FENDIX_LOG"', "cat <<'EOT' >>\"$FENDIX_LOG\"\n{}\nEOT",
          '{} >>"$HOME/out" 2>"$HOME/err" <"$FENDIX_LOG"', "{} <<E\nin\nE", "case x in (tovak|y) :;; x) {};; esac",
-         '{} >"$HOME/o"; grep -c "return code" "$HOME/o" >>"$FENDIX_LOG"', '{} | grep -c "translated command" >>"$FENDIX_LOG"']
+         '{} >"$HOME/o"; grep -c "return code" "$HOME/o" >>"$FENDIX_LOG"',
+         '{} | grep -c "translated command" >>"$FENDIX_LOG"']
 # Wrappers as operators write them; the last three are left.
-PREFIXES = ["", "", "env ", "command ", "nice ", "! ", "A=1 ", "sudo -u fw nice -n 10 ", "sudo -E -- ", 'env -u X B="$HOME" ',
-            "timeout 60 ", "timeout -s KILL -k 5 60 ", "nohup ", "ionice -c3 ", "chrt -b 0 ", "taskset -c 0 ", "flock lock ",
+PREFIXES = ["", "", "env ", "command ", "nice ", "! ", "A=1 ", "sudo -u fw nice -n 10 ", "sudo -E -- ",
+            'env -u X B="$HOME" ', "timeout 60 ", "timeout -s KILL -k 5 60 ", "nohup ", "ionice -c3 ",
+            "chrt -b 0 ", "taskset -c 0 ", "flock lock ",
             "setsid -w ", "stdbuf -oL ", "time -p ", "nice -5 ", "sudo -i ", "timeout -s INT 60 ", "$NOTHING "]
 DECOYS = ["command -v tovak >/dev/null", "echo tovak >/dev/null", "case tovak in tovak) :;; esac"]
 
@@ -206,14 +208,16 @@ expect("no arguments", tool([]), (1, "", usage[1]))
 
 USAGE = "tovak-translate: {}\n"
 for arguments, wanted in [
-        (["compare", "-F", "-L"], (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
+        (["compare", "-F", "-L"],
+         (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
         (["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n")),
         (["--script", "--fendix=/o/F", "-"],
          (0, "/o/F update compare --type fw --output /var/log/Zantor_Support/\n", summary(translated=1))),
         (["--", "--version"], (1, "", "The command: --version is not supported.\n")),
         (["--fendix", "/o/F"], (1, "", "Please specify the command!\n")),
         (["--version"], (0, "tovak-translate 1.0.0\n", "")),
-        (["--diff", "x"], (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script or --crontab"))),
+        (["--diff", "x"],
+         (1, "", USAGE.format("--diff, --in-place, --check and --no-backup go with --script or --crontab"))),
         (["--script", "--diff", "--check", "-"], (1, "", USAGE.format("choose one of --diff, --in-place and --check"))),
         (["--script", "--in-place", "-"], (1, "", USAGE.format("standard input cannot be rewritten in place"))),
         (["--script", "--no-backup", "-"], (1, "", USAGE.format("--no-backup goes with --in-place"))),
@@ -252,11 +256,13 @@ CRON = ("# jobs\nMAILTO=ops\n15 2 * * *\troot\ttovak co -F >>/l 2>&1\n@daily  ro
         "0 3 * * * root tovak co -F >/o-$(date +\\%F)\n1 * * * * root echo tovak\n"
         "2 * * * * root sudo -u fw nice -n 5 tovak co -F\n3 * * * * root ls\nSHELL = '/bin/bash'\n"
         "4 * * * * root tovak co -F; tovak co -D\n")
-PERCENT = "# tovak-translate: left as it is: a % in the command, which cron turns into a line break and standard input\n"
+PERCENT = ("# tovak-translate: left as it is: a % in the command, which cron turns into a line break and "
+           "standard input\n")
 BASH = "# tovak-translate: left as it is: SHELL=/bin/bash, and the tool proves its rewrites under sh\n"
 for label, arguments, text, wanted in [
         ("a system crontab", ["--crontab", "-"], CRON, (2, CRON.replace("tovak co -F >>", FENDIX_CO + " >>").replace(
-            "  tovak co -F\n", f"  {FENDIX_CO}\n").replace("0 3", PERCENT + "0 3").replace("5 tovak co -F", "5 " + FENDIX_CO)
+            "  tovak co -F\n", f"  {FENDIX_CO}\n").replace("0 3", PERCENT + "0 3")
+            .replace("5 tovak co -F", "5 " + FENDIX_CO)
             .replace("4 *", BASH + "4 *"), summary(translated=3, left=3, mentions=1))),
         ("its --check", ["--crontab", "--check", "-"], CRON, (2, "".join(
             f"-:{n}: {why}\n" for n, why in [(3, f"legacy syntax, translates to: {FENDIX_CO} >>/l 2>&1"),
@@ -268,7 +274,8 @@ for label, arguments, text, wanted in [
         ("in place, no backup directory", ["--crontab", "--in-place", "x"], "", (1, "", USAGE.format(
             "with --crontab, --in-place needs --backup-dir DIR or --no-backup, as a cron daemon may run a FILE.orig "
             "beside the crontab as well"))),
-        ("--crontab-user alone", ["--script", "--crontab-user", "-"], "", (1, "", USAGE.format("--crontab-user goes with --crontab"))),
+        ("--crontab-user alone", ["--script", "--crontab-user", "-"], "",
+         (1, "", USAGE.format("--crontab-user goes with --crontab"))),
         ("--backup-dir alone", ["--crontab", "--backup-dir=/", "-"], "", (1, "", USAGE.format(
             "--backup-dir goes with --crontab --in-place")))]:
     expect(label, tool(arguments, text), wanted)
@@ -302,7 +309,8 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("left alone", sorted(os.listdir(tmp)),
            ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
     os.mkdir(tmp + "/cron.d"), os.mkdir(tmp + "/kept"), write("cron.d/job", "* * * * * root " + LEGACY)
-    expect("a crontab in place", (tool(["--crontab", "--in-place", "--backup-dir", tmp + "/kept", "cron.d/job"], cwd=tmp)[0],
+    in_place = ["--crontab", "--in-place", "--backup-dir", tmp + "/kept", "cron.d/job"]
+    expect("a crontab in place", (tool(in_place, cwd=tmp)[0],
                                   os.listdir(tmp + "/cron.d"), read("cron.d/job"), read("kept/job.orig")),
            (0, ["job"], "* * * * * root " + NEW, "* * * * * root " + LEGACY))
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
@@ -380,7 +388,8 @@ with tempfile.TemporaryDirectory() as tmp:
         *[(line, "left as it is: runs tovak through $T, whose value is known only when the script runs")
           for line in ["$T co -F", '"${T}" co', "sudo -- $T co"]],
         *[(line, translates) for line in [
-            "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac", "case a in (x|tovak) :;; a) tovak co -F;; esac",
+            "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac",
+            "case a in (x|tovak) :;; a) tovak co -F;; esac",
             *(f"{text}; tovak co -F" for text in [
                 'echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}", "echo ${x:-''}",
                 'echo ${x:-"\\""}', 'echo ${x:-"}"}', "echo ${x:-a(}", "for x in tovak", "f() { :; }"])]],
@@ -395,15 +404,19 @@ with tempfile.TemporaryDirectory() as tmp:
             "echo '/x/tovak' # tovak", "echo ${y:-;tovak co }", "echo ${y:-$(echo };tovak co)}", "\\if tovak co",
             'echo "$$(tovak co)"', "echo $((1<<2)) tovak co", "echo ${x:-\\}$(tovak co)}", "command -v tovak",
             "command -V tovak", "sudo -l tovak co", "sudo --list tovak", "ionice -p 1 tovak", "chrt -p 1 tovak",
-            "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac", "for x in tovak; do :; done",
+            "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac",
+            "for x in tovak; do :; done",
             "find . -name tovak", "T=tovak", "ssh h ls; echo tovak"]],
         *[(line, "left as it is: inside a command substitution") for line in [
             'echo "$(tovak co)"', 'x=$(echo "\\")"; tovak co)', "echo `tovak co`", "x=`\\`;tovak co`"]],
         *[(line, "left as it is: a line continuation") for line in ["tovak co -l a\\\nb", 'tovak co -l "a\\\nb"']],
-        *[(line, "left as it is: an unquoted glob character") for line in ["tovak co -l a? -l ~ -l a{b,c}", "tovak co -l a[b"]],
-        *[(line, "left as it is: an unquoted brace") for line in ["tovak co -l a{b,c}", "tovak co -l a{b}c", "tovak co -l a}"]],
+        *[(line, "left as it is: an unquoted glob character")
+          for line in ["tovak co -l a? -l ~ -l a{b,c}", "tovak co -l a[b"]],
+        *[(line, "left as it is: an unquoted brace")
+          for line in ["tovak co -l a{b,c}", "tovak co -l a{b}c", "tovak co -l a}"]],
         ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"), ("~/tovak co", "left as it is: an unquoted ~"),
-        ("tovak co -l \"`x`\" $y", "left as it is: a backquote"), ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
+        ("tovak co -l \"`x`\" $y", "left as it is: a backquote"),
+        ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
         ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
         ("/tovak co", "left as it is: cannot resolve /tovak: No such file or directory"),
         ("'/n\r\t\x01/tovak' co", "left as it is: cannot resolve /n\\r\\t\\x01/tovak: No such file or directory"),
@@ -413,7 +426,8 @@ with tempfile.TemporaryDirectory() as tmp:
         ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
         *[(f"tovak co -l {value}", f"left as it is: the Fendix line would hand '{byte}' to the shell as syntax")
           for value, byte in [("{", "{"), ("'a\tb'", "\\t"), ("'a b\\c'", "\\"), ("'a\rb'", "\\r"), ("'$a b'", "$"),
-                              ("'a b\"#'", '"'), ('"\\$\\a"', "$"), ('"\\a"', "\\"), ('"\\\0x"', "\\"), ('"\\$\0"', "$")]],
+                              ("'a b\"#'", '"'), ('"\\$\\a"', "$"), ('"\\a"', "\\"), ('"\\\0x"', "\\"),
+                              ('"\\$\0"', "$")]],
         ("tovak co -l 'a", "left as it is: an unterminated quote")]
     code, listed, _ = tool(["--script", "--check", "-"], "T=/x/tovak\n" + "".join(line + "\n" for line, _ in rows))
     said = {int(number): reason for number, reason in re.findall(r"^-:(\d+): (.*)$", listed, re.M)}
@@ -423,16 +437,18 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("--check: the status, and nothing more said", (code, said), (2, {}))
     # Lines that read the launcher's own lines, and the calls whose output they read: written to a file
     # they name (not /dev/null, not another), or piped into them; a function named tovak.
-    reading = ('tovak co -F >"$OUT"\ntovak co -D >/dev/null\ntovak co -L >>log2\nc=$(grep \'Return code\' "$OUT" log)\n'
+    reading = ('tovak co -F &>"$OUT"\ntovak co -D >/dev/null\ntovak co -L >>log2\nc=$(grep \'Return code\' "$OUT" log)\n'
                "tovak co -F | grep -q fendx\ntovak co -F |\n  sed 's/translated command//'\n# return code\n")
     reads = "reads the launcher's own lines ('{}'), which a Fendix line does not print"
     piped = "left as it is: its output is piped into a line that reads the launcher's own lines"
     expect("readers", tool(["--script", "--check", "-"], reading), (2, "".join(f"-:{n}: {why}\n" for n, why in [
         (1, 'left as it is: its output goes to "$OUT", which a line reads for the launcher\'s own lines'),
-        (2, translates.replace("fw", "dd") + " >/dev/null"), (3, translates.replace("type fw", "scope latest") + " >>log2"),
+        (2, translates.replace("fw", "dd") + " >/dev/null"),
+        (3, translates.replace("type fw", "scope latest") + " >>log2"),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (7, reads.format("translated command"))]), summary(translated=2, left=3, readers=3)))
-    expect("a function named tovak", tool(["--script", "--check", "-"], "tovak() { :; }\ntovak co -F\n/x/tovak co\n")[:2],
+    defined = "tovak() { :; }\ntovak co -F\n/x/tovak co\n"
+    expect("a function named tovak", tool(["--script", "--check", "-"], defined)[:2],
            (2, "-:1: mentions tovak\n-:2: left as it is: the script defines a function named tovak, which this runs\n"
                "-:3: left as it is: cannot resolve /x/tovak: No such file or directory\n"))
     # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
@@ -445,10 +461,13 @@ with tempfile.TemporaryDirectory() as tmp:
                f"-:11: left as it is: inside a command substitution\n-:13: {translates}\n"))
     # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
     words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
-    expect("mentions", tool(["--script", "--check", "-"], 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n"),
+    echoed = 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n"
+    expect("mentions", tool(["--script", "--check", "-"], echoed),
            (0, "-:4: mentions tovak\n-:5: mentions tovak\n-:7: mentions tovak\n", summary(mentions=3)))
-    indented = '\t # tovak-translate: left as it is: the Fendix line would hand \'#\' to the shell as syntax\n\t tovak co -l "#"\n'
-    expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]], [indented] * 2)
+    indented = ("\t # tovak-translate: left as it is: the Fendix line would hand '#' to the shell as syntax\n"
+                '\t tovak co -l "#"\n')
+    expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]],
+           [indented] * 2)
     for script, reason in [("y=$(case a in a) tovak co;; esac)", "a case statement inside a command substitution"),
                            ("$(cat <<E)/tovak co", "a here-document that begins inside a command substitution"),
                            ("y=`#`; tovak co", "a comment or here-document inside backquotes"),
@@ -488,7 +507,8 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in [
         'tovak co "a\\', "echo `tovak co", "echo ${x tovak", 'echo ${x:-" tovak', "\"${x:-'}\"/tovak co",
         "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F"]],
-           [(2, "-:1: left as it is: an unterminated quote\n"), (2, "-:1: left as it is: inside a command substitution\n"),
+           [(2, "-:1: left as it is: an unterminated quote\n"),
+            (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
             (0, "-:2: mentions tovak\n"), (2, f"-:1: {translates}\n"), (2, f"-:4: {translates}\n")])
 
