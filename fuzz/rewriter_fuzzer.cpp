@@ -59,13 +59,14 @@ void checkLines(const translate::Rewrite& rewrite, const std::string& out) {
 }  // namespace
 
 // The first byte chooses the mode, by its value modulo 3: a script ("0"), or a crontab in the
-// system (1) or the user format (2).
+// system (1) or the user format (2); and with its bit 3, --assume-plain-values ("8").
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const auto rewrite = [mode = data[0] % 3](const std::string& input) {
-    return mode == 0 ? translate::rewriteScript(input, "")
-                     : translate::rewriteCrontab(input, "", mode == 2);
+  const translate::RewriteOptions options{"", (data[0] & 8) != 0};
+  const auto rewrite = [mode = data[0] % 3, &options](const std::string& input) {
+    return mode == 0 ? translate::rewriteScript(input, options)
+                     : translate::rewriteCrontab(input, options, mode == 2);
   };
   translate::Rewrite first;
   try {

@@ -25,10 +25,10 @@ PROGRAMS = "cat env nice timeout nohup ionice chrt taskset flock setsid stdbuf t
 failures = []
 
 
-def summary(read=1, translated=0, left=0, refused=0, mentions=0, readers=0, unchanged=0):
+def summary(read=1, translated=0, left=0, refused=0, mentions=0, readers=0, unchanged=0, assumable=0):
     return (f"tovak-translate: {read} files read, {translated} invocations translated, {left} left, "
             f"{refused} refused, {mentions} mentions, {readers} lines reading the launcher's lines, "
-            f"{unchanged} files not rewritten\n")
+            f"{unchanged} files not rewritten, {assumable} more with --assume-plain-values\n")
 
 
 def tool(arguments, stdin="", cwd=None, limit=None):  # stdin None: closed; limit: (resource, value)

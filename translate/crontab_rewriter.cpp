@@ -49,8 +49,8 @@ std::string_view valueOf(std::string_view line) {
 
 class CrontabRewriter {
  public:
-  CrontabRewriter(std::string_view text, const std::string& fendix, bool userFormat)
-      : text_(text), fendix_(fendix), userFormat_(userFormat) {}
+  CrontabRewriter(std::string_view text, const RewriteOptions& options, bool userFormat)
+      : text_(text), options_(options), userFormat_(userFormat) {}
 
   Rewrite run() {
     rewrite_ = asWritten(text_);
@@ -71,7 +71,7 @@ class CrontabRewriter {
       if (mentionsLauncher(line) && !isToolComment(line)) mention(i);
       return;
     }
-    const Rewrite command = rewriteScript(std::string_view(line).substr(start), fendix_);
+    const Rewrite command = rewriteScript(std::string_view(line).substr(start), options_);
     const int calls = command.translated + command.left + command.refused;
     if (calls > 0 && (line.find('%', start) != std::string::npos || shell_ != "/bin/sh")) {
       rewrite_.left += calls;
@@ -86,6 +86,7 @@ class CrontabRewriter {
     rewrite_.refused += command.refused;
     rewrite_.mentions += command.mentions;
     rewrite_.readers += command.readers;
+    rewrite_.assumable += command.assumable;
     for (Finding finding : command.findings) {
       finding.line = i + 1;
       finding.lastLine = finding.lastLine == 0 ? 0 : i + 1;
@@ -120,7 +121,7 @@ class CrontabRewriter {
   }
 
   std::string_view text_;
-  const std::string& fendix_;
+  const RewriteOptions& options_;
   bool userFormat_;
   Rewrite rewrite_;
   std::string shell_ = "/bin/sh";
@@ -128,8 +129,8 @@ class CrontabRewriter {
 
 }  // namespace
 
-Rewrite rewriteCrontab(std::string_view text, const std::string& fendix, bool userFormat) {
-  return CrontabRewriter(text, fendix, userFormat).run();
+Rewrite rewriteCrontab(std::string_view text, const RewriteOptions& options, bool userFormat) {
+  return CrontabRewriter(text, options, userFormat).run();
 }
 
 }  // namespace translate

@@ -14,7 +14,7 @@ namespace translate {
 
 // userFormat: a user's crontab as "crontab -l" prints it, with no user field; otherwise the
 // system format of /etc/crontab and /etc/cron.d. Throws NestingTooDeep as rewriteScript does.
-Rewrite rewriteCrontab(std::string_view text, const std::string& fendix, bool userFormat);
+Rewrite rewriteCrontab(std::string_view text, const RewriteOptions& options, bool userFormat);
 
 }  // namespace translate
 

@@ -208,7 +208,10 @@ class Finder {
     invocation.end = base + tokens[last].end;
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
-    if (inside) invocation.unknownBecause = "inside a command substitution";
+    if (inside) {
+      invocation.unknownBecause = "inside a command substitution";
+      invocation.valuesVary = false;
+    }
     found_.push_back(std::move(invocation));
   }
 
@@ -217,11 +220,13 @@ class Finder {
     Invocation invocation;
     invocation.program = tokens[program].word;
     invocation.unknownBecause = invocation.program.unknownBecause;
+    bool onlyParameters = invocation.unknownBecause.empty();
     for (std::size_t i = program + 1; i <= last; ++i) {
       const Token& token = tokens[i];
       std::string reason = token.word.unknownBecause;
       if (token.kind == TokenKind::kWord) {
         invocation.arguments.push_back(token.word);
+        onlyParameters = onlyParameters && token.word.onlyParameters;
       } else {
         // A redirection is carried over as written: what it expands to is the same for both.
         reason.clear();
@@ -233,6 +238,7 @@ class Finder {
       }
       if (invocation.unknownBecause.empty()) invocation.unknownBecause = reason;
     }
+    invocation.valuesVary = onlyParameters && !invocation.unknownBecause.empty();
     return invocation;
   }
 
@@ -284,6 +290,7 @@ std::vector<Invocation> findInvocations(std::string_view text, const LexedScript
     for (Invocation& invocation : found) {
       if (invocation.program.value == "tovak" && invocation.unknownBecause.empty()) {
         invocation.unknownBecause = "the script defines a function named tovak, which this runs";
+        invocation.valuesVary = false;
       }
     }
   }

@@ -17,6 +17,7 @@ bool apply(std::string_view option, Options& options, Output& chosen, int& outpu
   if (option == "--script") return options.script = true;
   if (option == "--crontab") return options.script = options.crontab = true;
   if (option == "--crontab-user") return options.crontabUser = true;
+  if (option == "--assume-plain-values") return options.assumePlainValues = true;
   if (option == "--diff") return output(Output::kDiff);
   if (option == "--in-place") return output(Output::kInPlace);
   if (option == "--check") return output(Output::kCheck);
@@ -35,6 +36,9 @@ std::string whatIsWrong(const Options& options, int outputs) {
     return "--diff, --in-place, --check and --no-backup go with --script or --crontab";
   }
   if (options.crontabUser && !options.crontab) return "--crontab-user goes with --crontab";
+  if (options.assumePlainValues && !options.script) {
+    return "--assume-plain-values goes with --script or --crontab";
+  }
   const bool inPlace = options.output == Output::kInPlace;
   if (!options.backupDir.empty() && !(options.crontab && inPlace && options.backup)) {
     return "--backup-dir goes with --crontab --in-place";

@@ -14,6 +14,7 @@ struct Options {
   bool script = false;       // --script or --crontab: files, not a legacy line
   bool crontab = false;      // the files are crontabs
   bool crontabUser = false;  // ... as "crontab -l" prints them, with no user field
+  bool assumePlainValues = false;
   Output output = Output::kScripts;
   bool backup = true;
   std::string backupDir;  // where --in-place keeps FILE.orig; empty: beside the file

@@ -28,8 +28,9 @@ class ScriptRun {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) fail("cannot write standard output");
     std::fprintf(stderr,
                  "tovak-translate: %d files read, %d invocations translated, %d left, %d refused, "
-                 "%d mentions, %d lines reading the launcher's lines, %d files not rewritten\n",
-                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_);
+                 "%d mentions, %d lines reading the launcher's lines, %d files not rewritten, "
+                 "%d more with --assume-plain-values\n",
+                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_, assumable_);
     if (failed_) return 1;
     return unfinished_ ? 2 : 0;
   }
@@ -47,8 +48,9 @@ class ScriptRun {
     }
     Rewrite rewrite;
     try {
-      rewrite = options_.crontab ? rewriteCrontab(text, options_.fendix, options_.crontabUser)
-                                 : rewriteScript(text, options_.fendix);
+      const RewriteOptions rewriting{options_.fendix, options_.assumePlainValues};
+      rewrite = options_.crontab ? rewriteCrontab(text, rewriting, options_.crontabUser)
+                                 : rewriteScript(text, rewriting);
     } catch (const NestingTooDeep& error) {
       return passThrough(text, file + " is left unchanged: " + error.what());
     }
@@ -62,6 +64,7 @@ class ScriptRun {
     refused_ += rewrite.refused;
     mentions_ += rewrite.mentions;
     readers_ += rewrite.readers;
+    assumable_ += rewrite.assumable;
     unfinished_ = unfinished_ || rewrite.left > 0 || rewrite.refused > 0;
     switch (options_.output) {
       case Output::kScripts:
@@ -102,6 +105,7 @@ class ScriptRun {
   int mentions_ = 0;
   int readers_ = 0;
   int notRewritten_ = 0;
+  int assumable_ = 0;
   bool unfinished_ = false;
   bool failed_ = false;
 };

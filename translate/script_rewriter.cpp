@@ -7,6 +7,7 @@
 #include "fendix_location.h"
 #include "invocation_finder.h"
 #include "library_call.h"
+#include "plain_values.h"
 #include "reason_text.h"
 #include "shell_lexer.h"
 #include "shell_safety.h"
@@ -115,7 +116,8 @@ std::string brokenOver(const std::string& line, const std::vector<std::string>& 
 
 class Rewriter {
  public:
-  Rewriter(std::string_view text, const std::string& fendix) : text_(text), fendix_(fendix) {}
+  Rewriter(std::string_view text, const RewriteOptions& options)
+      : text_(text), options_(options), ifsAssigned_(text.find("IFS=") != std::string_view::npos) {}
 
   Rewrite run() {
     rewrite_ = asWritten(text_);
@@ -213,31 +215,52 @@ class Rewriter {
     if (invocation.begin >= uncertainFrom_) {
       return leave(invocation, "after " + uncertainBecause_ + ", where quoting cannot be followed");
     }
-    if (!invocation.unknownBecause.empty()) return leave(invocation, invocation.unknownBecause);
-    if (const std::string reason = readBack(invocation); !reason.empty()) {
-      return leave(invocation, reason);
+    if (!invocation.unknownBecause.empty() && !invocation.valuesVary) {
+      return leave(invocation, invocation.unknownBecause);
     }
-    std::vector<std::string> indents;
-    if (!continuedLines(invocation, indents)) return leave(invocation, "it spans lines");
-    const FendixLocation fendix = locateFendix(invocation.program.value, fendix_);
-    if (!fendix.whyNot.empty()) return leave(invocation, fendix.whyNot);
+    // Values that hold expansions are asked as placeholders; without the option such a call
+    // stays left as it always was, and says what it would become.
+    const bool assumed = invocation.valuesVary;
+    const auto leaveFor = [&](const std::string& reason) {
+      leave(invocation, assumed && !options_.assumePlainValues ? invocation.unknownBecause : reason);
+    };
     std::vector<std::string> words;
     for (const Word& word : invocation.arguments) words.push_back(word.value);
+    if (assumed) {
+      Placeholders held = withPlaceholders(invocation.arguments, ifsAssigned_);
+      if (!held.whyNot.empty()) return leaveFor(held.whyNot);
+      words = std::move(held.words);
+    }
+    if (const std::string reason = readBack(invocation); !reason.empty()) return leaveFor(reason);
+    std::vector<std::string> indents;
+    if (!continuedLines(invocation, indents)) return leaveFor("it spans lines");
+    const FendixLocation fendix = locateFendix(invocation.program.value, options_.fendix);
+    if (!fendix.whyNot.empty()) return leaveFor(fendix.whyNot);
     const LibraryAnswer answer = askLibrary(words);
+    if (!answer.accepted && assumed && !options_.assumePlainValues) {
+      return leave(invocation, invocation.unknownBecause);
+    }
     if (!answer.accepted) {
       ++rewrite_.refused;
       return note(invocation, "refused by the library: " + oneLine(answer.messages));
     }
     if (const std::optional<char> byte = firstSyntaxByte(answer.commandLine)) {
-      return leave(invocation, "the Fendix line would hand '" + oneLine(std::string(1, *byte)) +
-                                   "' to the shell as syntax");
+      return leaveFor("the Fendix line would hand '" + oneLine(std::string(1, *byte)) +
+                      "' to the shell as syntax");
     }
     std::vector<std::string> redirections;
     for (const Span& redirection : invocation.redirections) {
       redirections.emplace_back(text_.substr(redirection.begin, redirection.end - redirection.begin));
     }
+    const std::string line =
+        fendix.program + " " +
+        (assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine);
+    if (assumed && !options_.assumePlainValues) {
+      ++rewrite_.assumable;
+      return leave(invocation, invocation.unknownBecause + "; with --assume-plain-values: " +
+                                   oneLine(brokenOver(line, redirections, {})));
+    }
     ++rewrite_.translated;
-    const std::string line = fendix.program + " " + answer.commandLine;
     rewrite_.findings.push_back({lineOf(invocation.begin) + 1,
                                  "legacy syntax, translates to: " + oneLine(brokenOver(line, redirections, {})),
                                  lineOf(invocation.end) + 1});
@@ -319,7 +342,8 @@ class Rewriter {
   }
 
   std::string_view text_;
-  const std::string& fendix_;
+  const RewriteOptions& options_;
+  const bool ifsAssigned_;
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
   std::vector<std::size_t> cleanStarts_;
@@ -364,8 +388,8 @@ Rewrite asWritten(std::string_view text) {
   return rewrite;
 }
 
-Rewrite rewriteScript(std::string_view text, const std::string& fendix) {
-  return Rewriter(text, fendix).run();
+Rewrite rewriteScript(std::string_view text, const RewriteOptions& options) {
+  return Rewriter(text, options).run();
 }
 
 }  // namespace translate

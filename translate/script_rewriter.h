@@ -26,6 +26,7 @@ struct Rewrite {
   int refused = 0;
   int mentions = 0;  // lines that name tovak but run no invocation
   int readers = 0;   // lines that read the launcher's own lines
+  int assumable = 0;  // left, but translated with plain values assumed
   std::vector<Finding> findings;  // invocations still in legacy syntax, mentions, readers
 
   bool lineChanged(std::size_t i) const;  // line i became anything but itself
@@ -40,9 +41,13 @@ bool isToolComment(std::string_view line);
 // The text's lines, each written as it is, nothing counted.
 Rewrite asWritten(std::string_view text);
 
-// fendix, when not empty, names the Fendix of every rewritten line. A text that does not
-// hold "tovak" comes back as it is, with nothing counted.
-Rewrite rewriteScript(std::string_view text, const std::string& fendix);
+struct RewriteOptions {
+  std::string fendix;              // when not empty, names the Fendix of every rewritten line
+  bool assumePlainValues = false;  // translate calls whose values hold parameter expansions
+};
+
+// A text that does not hold "tovak" comes back as it is, with nothing counted.
+Rewrite rewriteScript(std::string_view text, const RewriteOptions& options);
 
 }  // namespace translate
 

@@ -22,6 +22,20 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 void noteUnknown(Word& word, const char* reason) {
   if (word.unknownBecause.empty()) word.unknownBecause = reason;
+  word.onlyParameters = word.onlyParameters && std::strcmp(reason, kExpansion) == 0;
+}
+
+// The name a simple parameter expansion reads ("$REPO", "${REPO}", "$1"), or empty for any
+// other expansion.
+std::string parameterName(std::string_view expansion) {
+  std::string_view name = expansion.substr(1);
+  if (name.size() >= 2 && name.front() == '{' && name.back() == '}') {
+    name = name.substr(1, name.size() - 2);
+  }
+  const auto isNameByte = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
+  if (name.size() == 1 && isDigit(name[0]) && name[0] != '0') return std::string(name);
+  if (name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameByte)) return "";
+  return std::string(name);
 }
 
 struct HereDocument {
@@ -229,6 +243,9 @@ class Lexer {
     const std::size_t begin = pos_;
     pos_ = skipExpansion(begin, &word.substitutions);
     noteUnknown(word, text_[begin] == '`' ? kBackquote : kExpansion);
+    std::string name = parameterName(text_.substr(begin, pos_ - begin));
+    word.onlyParameters = word.onlyParameters && !name.empty();
+    word.parameters.push_back({word.value.size(), std::move(name), inDoubleQuotes_});
     word.mayBeSeveral = word.mayBeSeveral || !inDoubleQuotes_;
   }
 

@@ -20,6 +20,14 @@ struct Span {
   std::size_t end = 0;
 };
 
+// A parameter expansion in a word ($NAME, ${NAME}, $1): where its value stands in the word's
+// value, and its name.
+struct Parameter {
+  std::size_t at = 0;
+  std::string name;
+  bool quoted = false;  // inside double quotes
+};
+
 struct Word {
   std::size_t begin = 0;
   std::size_t end = 0;
@@ -27,6 +35,8 @@ struct Word {
   bool quoted = false;         // some part of it was quoted or escaped
   std::string unknownBecause;  // why value is not what the shell will make of it; empty if it is
   bool mayBeSeveral = false;   // an unquoted expansion or glob: it may become several words, or none
+  std::vector<Parameter> parameters;
+  bool onlyParameters = true;  // nothing but parameter expansions makes value unknown
   std::vector<Span> substitutions;
 };
 
