@@ -59,7 +59,8 @@ void checkLines(const translate::Rewrite& rewrite, const std::string& out) {
 }  // namespace
 
 // The first byte chooses the mode, by its value modulo 3: a script ("0"), or a crontab in the
-// system (1) or the user format (2); and with its bit 3, --assume-plain-values ("8").
+// system (1) or the user format (2); and with its bit 3, --assume-plain-values ("H" for a
+// script).
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
