@@ -512,10 +512,10 @@ with tempfile.TemporaryDirectory() as tmp:
         (3, translates.replace("type fw", "scope latest") + " >>log2"),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (7, reads.format("translated command"))]), summary(translated=2, left=3, readers=3)))
-    defined = "tovak() { :; }\ntovak co -F\n/x/tovak co\n"
+    defined = "tovak co -F\n/x/tovak co\ntovak()"  # defined last, as in a file sourced further on
     expect("a function named tovak", tool(["--script", "--check", "-"], defined)[:2],
-           (2, "-:1: mentions tovak\n-:2: left as it is: the script defines a function named tovak, which this runs\n"
-               "-:3: left as it is: cannot resolve /x/tovak: No such file or directory\n"))
+           (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
+               "-:2: left as it is: cannot resolve /x/tovak: No such file or directory\n-:3: mentions tovak\n"))
     # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.
     expect("delimiters", tool(["--script", "--check", "-"],
@@ -571,11 +571,13 @@ with tempfile.TemporaryDirectory() as tmp:
     # just after an invocation begins.
     expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in [
         'tovak co "a\\', "echo `tovak co", "echo ${x tovak", 'echo ${x:-" tovak', "\"${x:-'}\"/tovak co",
-        "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F"]],
+        "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F",
+        "tovak co -F >/x$(: return code)"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
-            (0, "-:2: mentions tovak\n"), (2, f"-:1: {translates}\n"), (2, f"-:4: {translates}\n")])
+            (0, "-:2: mentions tovak\n"), (2, f"-:1: {translates}\n"), (2, f"-:4: {translates}\n"),
+            (2, f"-:1: {reads.format('return code')}\n-:1: {translates} >/x$(: return code)\n")])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)

@@ -182,6 +182,7 @@ class Finder {
       });
       if (named == words.cend()) return;
       invocation.program = *named;
+      invocation.words.push_back({base + named->begin, base + named->end});
       invocation.unknownBecause = wrapper.reason;
     } else if (namesLauncher(words[w].value)) {
       invocation = readInvocation(text, tokens, tokenOf[w], last, base);
@@ -206,6 +207,7 @@ class Finder {
     }
     invocation.begin = base + invocation.program.begin;
     invocation.end = base + tokens[last].end;
+    if (invocation.words.empty()) invocation.words.push_back({invocation.begin, base + invocation.program.end});
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
     if (inside) {
@@ -220,12 +222,14 @@ class Finder {
     Invocation invocation;
     invocation.program = tokens[program].word;
     invocation.unknownBecause = invocation.program.unknownBecause;
+    invocation.words.push_back({base + tokens[program].begin, base + tokens[program].end});
     bool onlyParameters = invocation.unknownBecause.empty();
     for (std::size_t i = program + 1; i <= last; ++i) {
       const Token& token = tokens[i];
       std::string reason = token.word.unknownBecause;
       if (token.kind == TokenKind::kWord) {
         invocation.arguments.push_back(token.word);
+        invocation.words.push_back({base + token.begin, base + token.end});
         onlyParameters = onlyParameters && token.word.onlyParameters;
       } else {
         // A redirection is carried over as written: what it expands to is the same for both.

@@ -19,6 +19,7 @@ struct Invocation {
   std::size_t end = 0;    // past the last word or redirection of the simple command
   Word program;
   std::vector<Word> arguments;
+  std::vector<Span> words;           // the program word and the arguments, in the script
   std::vector<Span> redirections;    // after the program word, in order
   std::vector<std::string> outputs;  // where its standard output goes, as written; not /dev/null
   std::string unknownBecause;  // why it must stay as written; empty when it may be translated

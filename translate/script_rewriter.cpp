@@ -166,12 +166,16 @@ class Rewriter {
   }
 
   void findReaders(const std::vector<Invocation>& invocations) {
-    std::vector<std::vector<Span>> within(rewrite_.lines.size());  // invocations, by line
+    // The invocations' words, which a rewrite replaces, by line; not their redirections,
+    // which it keeps.
+    std::vector<std::vector<Span>> within(rewrite_.lines.size());
     for (const Invocation& invocation : invocations) {
-      for (std::size_t line = lineOf(invocation.begin); line <= lineOf(invocation.end); ++line) {
-        const std::size_t end = starts_[line] + rewrite_.lines[line].size();
-        within[line].push_back({std::max(invocation.begin, starts_[line]) - starts_[line],
-                                std::min(invocation.end, end) - starts_[line]});
+      for (const Span& word : invocation.words) {
+        for (std::size_t line = lineOf(word.begin); line <= lineOf(word.end); ++line) {
+          const std::size_t end = starts_[line] + rewrite_.lines[line].size();
+          within[line].push_back({std::max(word.begin, starts_[line]) - starts_[line],
+                                  std::min(word.end, end) - starts_[line]});
+        }
       }
     }
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
