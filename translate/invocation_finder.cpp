@@ -49,10 +49,14 @@ std::string_view rawText(std::string_view text, const Word& word) {
 
 // The variable a program word expands whole: $T, ${T}, "$T" or "${T}"; empty otherwise.
 std::string_view variableOf(std::string_view raw) {
-  if (raw.size() >= 2 && raw.front() == '"' && raw.back() == '"') raw = raw.substr(1, raw.size() - 2);
-  if (raw.substr(0, 2) == "${" && raw.back() == '}') raw = raw.substr(2, raw.size() - 3);
-  else if (raw.substr(0, 1) == "$") raw.remove_prefix(1);
-  else return {};
+  if (raw.size() >= 2 && raw.front() == '"' && raw.back() == '"')
+    raw = raw.substr(1, raw.size() - 2);
+  if (raw.substr(0, 2) == "${" && raw.back() == '}')
+    raw = raw.substr(2, raw.size() - 3);
+  else if (raw.substr(0, 1) == "$")
+    raw.remove_prefix(1);
+  else
+    return {};
   const bool isName = !raw.empty() && !std::isdigit(static_cast<unsigned char>(raw[0])) &&
                       std::all_of(raw.begin(), raw.end(), [](char c) {
                         return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
@@ -207,7 +211,8 @@ class Finder {
     }
     invocation.begin = base + invocation.program.begin;
     invocation.end = base + tokens[last].end;
-    if (invocation.words.empty()) invocation.words.push_back({invocation.begin, base + invocation.program.end});
+    if (invocation.words.empty())
+      invocation.words.push_back({invocation.begin, base + invocation.program.end});
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
     if (inside) {

@@ -22,10 +22,10 @@ struct Invocation {
   std::vector<Span> words;           // the program word and the arguments, in the script
   std::vector<Span> redirections;    // after the program word, in order
   std::vector<std::string> outputs;  // where its standard output goes, as written; not /dev/null
-  std::string unknownBecause;  // why it must stay as written; empty when it may be translated
-  bool valuesVary = false;     // unknown only for parameter expansions in its arguments
-  bool piped = false;          // its standard output feeds another command
-  std::size_t pipelineEnd = 0;  // where the pipeline it stands in ends
+  std::string unknownBecause;        // why it must stay as written; empty when it may be translated
+  bool valuesVary = false;           // unknown only for parameter expansions in its arguments
+  bool piped = false;                // its standard output feeds another command
+  std::size_t pipelineEnd = 0;       // where the pipeline it stands in ends
 };
 
 // Every invocation in the script, in the order of the text.

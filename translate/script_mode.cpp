@@ -30,7 +30,8 @@ class ScriptRun {
                  "tovak-translate: %d files read, %d invocations translated, %d left, %d refused, "
                  "%d mentions, %d lines reading the launcher's lines, %d files not rewritten, "
                  "%d more with --assume-plain-values\n",
-                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_, assumable_);
+                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_,
+                 assumable_);
     if (failed_) return 1;
     return unfinished_ ? 2 : 0;
   }

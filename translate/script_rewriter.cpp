@@ -99,7 +99,8 @@ std::string brokenOver(const std::string& line, const std::vector<std::string>& 
     blanks.push_back(joined.size());
     joined += " " + redirection;
   }
-  const std::vector<std::size_t>& at = beforeOptions.size() >= indents.size() ? beforeOptions : blanks;
+  const std::vector<std::size_t>& at =
+      beforeOptions.size() >= indents.size() ? beforeOptions : blanks;
   std::string out;
   std::size_t done = 0;
   for (std::size_t b = 0; b < indents.size(); ++b) {
@@ -160,8 +161,8 @@ class Rewriter {
   // quoted string or a here-document that spans lines; past the uncertain point a line
   // start may lie inside a quoted string.
   std::size_t anchorOf(std::size_t offset) const {
-    const auto after =
-        std::upper_bound(cleanStarts_.begin(), cleanStarts_.end(), std::min(offset, uncertainFrom_));
+    const auto after = std::upper_bound(cleanStarts_.begin(), cleanStarts_.end(),
+                                        std::min(offset, uncertainFrom_));
     return lineOf(*(after - 1));
   }
 
@@ -226,7 +227,8 @@ class Rewriter {
     // stays left as it always was, and says what it would become.
     const bool assumed = invocation.valuesVary;
     const auto leaveFor = [&](const std::string& reason) {
-      leave(invocation, assumed && !options_.assumePlainValues ? invocation.unknownBecause : reason);
+      leave(invocation,
+            assumed && !options_.assumePlainValues ? invocation.unknownBecause : reason);
     };
     std::vector<std::string> words;
     for (const Word& word : invocation.arguments) words.push_back(word.value);
@@ -254,7 +256,8 @@ class Rewriter {
     }
     std::vector<std::string> redirections;
     for (const Span& redirection : invocation.redirections) {
-      redirections.emplace_back(text_.substr(redirection.begin, redirection.end - redirection.begin));
+      redirections.emplace_back(
+          text_.substr(redirection.begin, redirection.end - redirection.begin));
     }
     const std::string line =
         fendix.program + " " +
@@ -265,9 +268,10 @@ class Rewriter {
                                    oneLine(brokenOver(line, redirections, {})));
     }
     ++rewrite_.translated;
-    rewrite_.findings.push_back({lineOf(invocation.begin) + 1,
-                                 "legacy syntax, translates to: " + oneLine(brokenOver(line, redirections, {})),
-                                 lineOf(invocation.end) + 1});
+    rewrite_.findings.push_back(
+        {lineOf(invocation.begin) + 1,
+         "legacy syntax, translates to: " + oneLine(brokenOver(line, redirections, {})),
+         lineOf(invocation.end) + 1});
     edits_.push_back({invocation.begin, invocation.end, brokenOver(line, redirections, indents)});
     if (invocation.piped) comments_[anchorOf(invocation.begin)].emplace_back(kPiped);
   }

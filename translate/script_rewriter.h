@@ -24,9 +24,9 @@ struct Rewrite {
   int translated = 0;
   int left = 0;
   int refused = 0;
-  int mentions = 0;  // lines that name tovak but run no invocation
-  int readers = 0;   // lines that read the launcher's own lines
-  int assumable = 0;  // left, but translated with plain values assumed
+  int mentions = 0;               // lines that name tovak but run no invocation
+  int readers = 0;                // lines that read the launcher's own lines
+  int assumable = 0;              // left, but translated with plain values assumed
   std::vector<Finding> findings;  // invocations still in legacy syntax, mentions, readers
 
   bool lineChanged(std::size_t i) const;  // line i became anything but itself

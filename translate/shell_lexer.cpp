@@ -32,9 +32,12 @@ std::string parameterName(std::string_view expansion) {
   if (name.size() >= 2 && name.front() == '{' && name.back() == '}') {
     name = name.substr(1, name.size() - 2);
   }
-  const auto isNameByte = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
+  const auto isNameByte = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+  };
   if (name.size() == 1 && isDigit(name[0]) && name[0] != '0') return std::string(name);
-  if (name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameByte)) return "";
+  if (name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameByte))
+    return "";
   return std::string(name);
 }
 

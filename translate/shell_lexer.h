@@ -34,7 +34,7 @@ struct Word {
   std::string value;           // after quote removal
   bool quoted = false;         // some part of it was quoted or escaped
   std::string unknownBecause;  // why value is not what the shell will make of it; empty if it is
-  bool mayBeSeveral = false;   // an unquoted expansion or glob: it may become several words, or none
+  bool mayBeSeveral = false;  // an unquoted expansion or glob: it may become several words, or none
   std::vector<Parameter> parameters;
   bool onlyParameters = true;  // nothing but parameter expansions makes value unknown
   std::vector<Span> substitutions;

@@ -15,9 +15,9 @@ using Names = std::initializer_list<std::string_view>;
 // the first other word ending them too), then its operands, then the command.
 struct Grammar {
   std::string_view name;
-  bool builtin;             // exec, command and time: the shell's own, never a path
-  std::string_view flags;   // short options without a value
-  std::string_view valued;  // short options with a value
+  bool builtin;              // exec, command and time: the shell's own, never a path
+  std::string_view flags;    // short options without a value
+  std::string_view valued;   // short options with a value
   std::string_view nothing;  // short options after which no command runs
   Names longFlags;
   Names longValued;
@@ -29,43 +29,97 @@ struct Grammar {
 // Options left out of a grammar are not followed: sudo -i, -s, -R and -b change what runs or
 // where, env -S splits a text into a command, exec -a renames it, timeout --foreground
 // changes which processes its signal reaches.
+// clang-format off: one wrapper a row
 const Grammar kGrammars[] = {
-    {"sudo", false, "AEHknPSB", "ugCDprtTU", "lvKeV",
+    {"sudo",
+     false,
+     "AEHknPSB",
+     "ugCDprtTU",
+     "lvKeV",
      {"--askpass", "--preserve-env", "--set-home", "--non-interactive", "--preserve-groups",
       "--stdin", "--bell", "--reset-timestamp"},
      {"--user", "--group", "--close-from", "--chdir", "--prompt", "--role", "--type",
       "--command-timeout", "--other-user"},
-     {"--list", "--validate", "--remove-timestamp", "--edit"}, 0, true},
-    {"env", false, "i0v", "uC", "", {"--ignore-environment", "--null", "--debug"},
-     {"--unset", "--chdir"}, {}, 0, true},
+     {"--list", "--validate", "--remove-timestamp", "--edit"},
+     0,
+     true},
+    {"env",
+     false,
+     "i0v",
+     "uC",
+     "",
+     {"--ignore-environment", "--null", "--debug"},
+     {"--unset", "--chdir"},
+     {},
+     0,
+     true},
     {"nice", false, "", "n", "", {}, {"--adjustment"}, {}, 0, false},
     {"nohup", false, "", "", "", {}, {}, {}, 0, false},
-    {"timeout", false, "v", "ks", "", {"--preserve-status", "--verbose"},
-     {"--kill-after", "--signal"}, {}, 1, false},
-    {"ionice", false, "t", "cn", "pPu", {"--ignore"}, {"--class", "--classdata"},
-     {"--pid", "--pgid", "--uid"}, 0, false},
-    {"chrt", false, "bdfioRrva", "TPD", "pm",
+    {"timeout",
+     false,
+     "v",
+     "ks",
+     "",
+     {"--preserve-status", "--verbose"},
+     {"--kill-after", "--signal"},
+     {},
+     1,
+     false},
+    {"ionice",
+     false,
+     "t",
+     "cn",
+     "pPu",
+     {"--ignore"},
+     {"--class", "--classdata"},
+     {"--pid", "--pgid", "--uid"},
+     0,
+     false},
+    {"chrt",
+     false,
+     "bdfioRrva",
+     "TPD",
+     "pm",
      {"--batch", "--deadline", "--fifo", "--idle", "--other", "--rr", "--reset-on-fork",
       "--verbose", "--all-tasks"},
-     {"--sched-runtime", "--sched-period", "--sched-deadline"}, {"--pid", "--max"}, 1, false},
+     {"--sched-runtime", "--sched-period", "--sched-deadline"},
+     {"--pid", "--max"},
+     1,
+     false},
     {"taskset", false, "ca", "", "p", {"--cpu-list", "--all-tasks"}, {}, {"--pid"}, 1, false},
-    {"flock", false, "sxenuoF", "wE", "",
+    {"flock",
+     false,
+     "sxenuoF",
+     "wE",
+     "",
      {"--shared", "--exclusive", "--unlock", "--nonblock", "--nb", "--close", "--no-fork",
       "--verbose"},
-     {"--timeout", "--wait", "--conflict-exit-code"}, {}, 1, false},
+     {"--timeout", "--wait", "--conflict-exit-code"},
+     {},
+     1,
+     false},
     {"setsid", false, "cfw", "", "", {"--ctty", "--fork", "--wait"}, {}, {}, 0, false},
     {"stdbuf", false, "", "ioe", "", {}, {"--input", "--output", "--error"}, {}, 0, false},
-    {"time", true, "apqv", "fo", "", {"--append", "--portability", "--quiet", "--verbose"},
-     {"--format", "--output"}, {}, 0, false},
+    {"time",
+     true,
+     "apqv",
+     "fo",
+     "",
+     {"--append", "--portability", "--quiet", "--verbose"},
+     {"--format", "--output"},
+     {},
+     0,
+     false},
     {"exec", true, "", "", "", {}, {}, {}, 0, false},
     {"command", true, "p", "", "vV", {}, {}, {}, 0, false},
 };
+// clang-format on
 
 // Programs that run a command later from their words or from a text.
-constexpr std::string_view kRunners[] = {"sh",   "dash",   "bash",    "ksh",   "zsh",   "su",
-                            "runuser", "eval", "trap",   "watch", "ssh",   "xargs",
-                            "find", "parallel", "at",    "batch", "script", "nsenter",
-                            "chroot", "unshare", "systemd-run", "doas", "pkexec"};
+constexpr std::string_view kRunners[] = {
+    "sh",     "dash",    "bash",   "ksh",     "zsh",         "su",       "runuser", "eval",
+    "trap",   "watch",   "ssh",    "xargs",   "find",        "parallel", "at",      "batch",
+    "script", "nsenter", "chroot", "unshare", "systemd-run", "doas",     "pkexec"};
 
 template <typename Range>
 bool contains(const Range& names, std::string_view name) {
@@ -91,8 +145,9 @@ bool isAssignment(std::string_view word) {
   const std::size_t equals = word.find('=');
   if (equals == 0 || equals == std::string_view::npos) return false;
   if (std::isdigit(static_cast<unsigned char>(word[0]))) return false;
-  return std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(equals),
-                     [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; });
+  return std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(equals), [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+  });
 }
 
 std::string laterReason(std::string_view runner) {
