@@ -60,21 +60,17 @@ class Lexer {
  private:
   // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
   void lex() {
-    bool continued = false;
     int parentheses = 0;
     while (pos_ < text_.size()) {
       const char c = text_[pos_];
       if (isBlank(c)) {
         ++pos_;
       } else if (c == '\\' && at(pos_ + 1) == '\n') {
-        continued = true;
         pos_ += 2;
       } else if (c == '#') {
         pos_ = lineEnd(pos_);
       } else {
         Token token = c == '\n' ? readNewline() : readToken();
-        token.continued = continued;
-        continued = false;
         if (insideSubstitution_) {
           // A case pattern's ")" would end the substitution here but not in the shell.
           if (token.kind == TokenKind::kWord && !token.word.quoted && token.word.value == "case")
@@ -117,7 +113,7 @@ class Lexer {
   }
 
   Token readNewline() {
-    Token token{TokenKind::kNewline, pos_, pos_ + 1, "\n", {}, false};
+    Token token{TokenKind::kNewline, pos_, pos_ + 1, "\n", {}};
     ++pos_;
     readHereDocuments();
     script_.lineStarts.push_back(pos_);
@@ -136,10 +132,10 @@ class Lexer {
     for (const char* op : {"&&", "||", ";;", ";", "&", "|", "(", ")"}) {
       if (text_.substr(pos_, std::strlen(op)) == op) {
         pos_ += std::strlen(op);
-        return Token{TokenKind::kOperator, begin, pos_, op, {}, false};
+        return Token{TokenKind::kOperator, begin, pos_, op, {}};
       }
     }
-    Token token{TokenKind::kWord, begin, 0, "", readWord(), false};
+    Token token{TokenKind::kWord, begin, 0, "", readWord()};
     token.end = pos_;
     return token;
   }
@@ -152,12 +148,8 @@ class Lexer {
         break;
       }
     }
-    Token token{TokenKind::kRedirection,
-                begin,
-                0,
-                std::string(text_.substr(begin, pos_ - begin)),
-                {},
-                false};
+    Token token{
+        TokenKind::kRedirection, begin, 0, std::string(text_.substr(begin, pos_ - begin)), {}};
     while (isBlank(at(pos_))) ++pos_;
     token.word = readWord();
     token.end = pos_;

@@ -46,9 +46,8 @@ struct Token {
   TokenKind kind = TokenKind::kWord;
   std::size_t begin = 0;
   std::size_t end = 0;
-  std::string op;          // the operator, or the redirection's operator with its fd
-  Word word;               // the word, or the redirection's target
-  bool continued = false;  // a line continuation lies between the previous token and this
+  std::string op;  // the operator, or the redirection's operator with its fd
+  Word word;       // the word, or the redirection's target
 };
 
 struct LexedScript {
