@@ -329,7 +329,8 @@ for label, text, wanted in [
             ('tovak co -e "$X"', "an expansion in the value of -e, which the library compares with all"),
             ("tovak co --exclude=$X", "an expansion in the value of -e, which the library compares with all"),
             ("tovak co $O", "an expansion that may stand for an option"),
-            ("tovak co -F -$O", "an expansion in an option's name"), ("tovak co --$O=1", "an expansion in an option's name"),
+            ("tovak co -F -$O", "an expansion in an option's name"),
+            ("tovak co --$O=1", "an expansion in an option's name"),
             ("IFS=,; tovak co -l $X", "an unquoted expansion in a script that sets IFS"),
             ('tovak co -l "$(x)"', "a $ expansion"), ('tovak co -l "$@"', "a $ expansion"),
             ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote")]]]:
@@ -446,7 +447,8 @@ with tempfile.TemporaryDirectory() as tmp:
         ("timeout 1 $N tovak co", "left as it is: the program before tovak is a $ expansion"),
         ("$9sudo tovak co -F", "left as it is: the program before tovak is a $ expansion"),
         *[(line, later.format(runner)) for line, runner in [
-            ("sh -c 'tovak co -F'", "sh"), ("bash -c 'x; /opt/tovak co'", "bash"), ("ssh host tovak co", "ssh"),
+            ("sh -c 'tovak co -F'", "sh"), ("dash -c 'x \"tovak\" y'", "dash"), ("bash -c 'x; /opt/tovak co'", "bash"),
+            ("ssh host tovak co", "ssh"),
             ("xargs -n1 tovak co", "xargs"), ("find . -execdir tovak co {} +", "find"), ('eval "tovak co $A"', "eval"),
             ("trap 'tovak co' EXIT", "trap"), ("su - fw -c 'tovak co'", "su"), ("watch tovak co", "watch"),
             ("flock /l -c 'tovak co'", "flock -c"), ("sudo runuser -u fw -- tovak co", "runuser")]],
@@ -502,20 +504,24 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("--check: the status, and nothing more said", (code, said), (2, {}))
     # Lines that read the launcher's own lines, and the calls whose output they read: written to a file
     # they name (not /dev/null, not another), or piped into them; a function named tovak.
-    reading = ('tovak co -F &>"$OUT"\ntovak co -D >/dev/null\ntovak co -L >>log2\nc=$(grep \'Return code\' "$OUT" log)\n'
+    reading = ('tovak co -F &>"$OUT"\ntovak co -D >/dev/null\n'
+               "tovak co -L >>log2; tovak co -F 1>>log; tovak co -D >|log; tovak co -L 2>log; tovak co -F &>>log\n"
+               'c=$(grep \'Return code\' "$OUT" log)\n'
                "tovak co -F | grep -q fendx\ntovak co -F |\n  sed 's/translated command//'\n# return code\n")
     reads = "reads the launcher's own lines ('{}'), which a Fendix line does not print"
     piped = "left as it is: its output is piped into a line that reads the launcher's own lines"
+    goes = "left as it is: its output goes to {}, which a line reads for the launcher's own lines"
     expect("readers", tool(["--script", "--check", "-"], reading), (2, "".join(f"-:{n}: {why}\n" for n, why in [
-        (1, 'left as it is: its output goes to "$OUT", which a line reads for the launcher\'s own lines'),
-        (2, translates.replace("fw", "dd") + " >/dev/null"),
-        (3, translates.replace("type fw", "scope latest") + " >>log2"),
+        (1, goes.format('"$OUT"')), (2, translates.replace("fw", "dd") + " >/dev/null"),
+        (3, translates.replace("type fw", "scope latest") + " >>log2"), (3, goes.format("log")),
+        (3, goes.format("log")),
+        (3, translates.replace("type fw", "scope latest") + " 2>log"), (3, goes.format("log")),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
-        (7, reads.format("translated command"))]), summary(translated=2, left=3, readers=3)))
-    defined = "tovak co -F\n/x/tovak co\ntovak()"  # defined last, as in a file sourced further on
-    expect("a function named tovak", tool(["--script", "--check", "-"], defined)[:2],
-           (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
-               "-:2: left as it is: cannot resolve /x/tovak: No such file or directory\n-:3: mentions tovak\n"))
+        (7, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
+    for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
+        expect(f"a function named tovak: {defined!r}", tool(["--script", "--check", "-"], defined)[:2],
+               (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
+                   "-:2: left as it is: cannot resolve /x/tovak: No such file or directory\n-:3: mentions tovak\n"))
     # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.
     expect("delimiters", tool(["--script", "--check", "-"],

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <set>
 
+#include "script_rewriter.h"
 #include "wrapper_grammar.h"
 
 namespace translate {
@@ -28,40 +29,14 @@ bool namesLauncher(std::string_view value) {
   return value == "tovak" || (value.size() >= 6 && value.substr(value.size() - 6) == "/tovak");
 }
 
-// Whether a value holds a word that names the launcher, as a runner's text or a variable's
-// value may ("sudo tovak", "/opt/bin/tovak co -F").
-bool holdsLauncher(std::string_view value) {
-  for (std::size_t start = 0; start < value.size();) {
-    const std::size_t end = std::min(value.find_first_of(" \t\n;|&()'\"", start), value.size());
-    if (namesLauncher(value.substr(start, end - start))) return true;
-    start = end + 1;
-  }
-  return false;
+// The variable a program word expands whole: $T, ${T}, "$T" or "${T}"; empty otherwise.
+std::string variableOf(const Word& word) {
+  const bool whole = word.value.empty() && word.onlyParameters && word.parameters.size() == 1;
+  return whole ? word.parameters[0].name : "";
 }
 
 std::vector<Word>::const_iterator from(const std::vector<Word>& words, std::size_t i) {
   return words.begin() + static_cast<std::ptrdiff_t>(std::min(i, words.size()));
-}
-
-std::string_view rawText(std::string_view text, const Word& word) {
-  return text.substr(word.begin, word.end - word.begin);
-}
-
-// The variable a program word expands whole: $T, ${T}, "$T" or "${T}"; empty otherwise.
-std::string_view variableOf(std::string_view raw) {
-  if (raw.size() >= 2 && raw.front() == '"' && raw.back() == '"')
-    raw = raw.substr(1, raw.size() - 2);
-  if (raw.substr(0, 2) == "${" && raw.back() == '}')
-    raw = raw.substr(2, raw.size() - 3);
-  else if (raw.substr(0, 1) == "$")
-    raw.remove_prefix(1);
-  else
-    return {};
-  const bool isName = !raw.empty() && !std::isdigit(static_cast<unsigned char>(raw[0])) &&
-                      std::all_of(raw.begin(), raw.end(), [](char c) {
-                        return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-                      });
-  return isName ? raw : std::string_view();
 }
 
 bool writesStandardOutput(const Token& token) {
@@ -156,9 +131,8 @@ class Finder {
     }
   }
 
-  bool refersToLauncher(std::string_view text, const Word& word) const {
-    return namesLauncher(word.value) ||
-           launcherVariables_.count(std::string(variableOf(rawText(text, word)))) > 0;
+  bool refersToLauncher(const Word& word) const {
+    return namesLauncher(word.value) || launcherVariables_.count(variableOf(word)) > 0;
   }
 
   // The simple command of tokens[first..last], its wrappers followed to the command they run.
@@ -182,7 +156,7 @@ class Finder {
     if (wrapper.kind == WrapperRead::kNothing) return;
     if (wrapper.kind == WrapperRead::kNotFollowed) {
       const auto named = std::find_if(from(words, w + 1), words.cend(), [&](const Word& word) {
-        return refersToLauncher(text, word) || holdsLauncher(word.value);
+        return refersToLauncher(word) || mentionsLauncher(word.value);
       });
       if (named == words.cend()) return;
       invocation.program = *named;
@@ -190,20 +164,19 @@ class Finder {
       invocation.unknownBecause = wrapper.reason;
     } else if (namesLauncher(words[w].value)) {
       invocation = readInvocation(text, tokens, tokenOf[w], last, base);
-    } else if (const std::string_view name = variableOf(rawText(text, words[w]));
-               launcherVariables_.count(std::string(name)) > 0) {
+    } else if (const std::string name = variableOf(words[w]); launcherVariables_.count(name) > 0) {
       invocation.program = words[w];
       invocation.unknownBecause = "runs tovak through $" + std::string(name) +
                                   ", whose value is known only when the script runs";
     } else if (!words[w].unknownBecause.empty() &&
                std::any_of(from(words, w + 1), words.cend(),
-                           [&](const Word& word) { return refersToLauncher(text, word); })) {
+                           [&](const Word& word) { return refersToLauncher(word); })) {
       // $SUDO tovak ...: what runs is known only when the script runs.
       invocation.program = words[w];
       invocation.unknownBecause = "the program before tovak is " + words[w].unknownBecause;
     } else if (const LaterRun later = runsLater(words, w);
                std::any_of(from(words, later.from), words.cend(),
-                           [](const Word& word) { return holdsLauncher(word.value); })) {
+                           [](const Word& word) { return mentionsLauncher(word.value); })) {
       invocation.program = words[w];
       invocation.unknownBecause = later.reason;
     } else {
@@ -242,7 +215,8 @@ class Finder {
         invocation.redirections.push_back({base + token.begin, base + token.end});
         if (writesStandardOutput(token) && token.word.value != "/dev/null" &&
             token.word.end > token.word.begin) {
-          invocation.outputs.emplace_back(rawText(text, token.word));
+          invocation.outputs.emplace_back(
+              text.substr(token.word.begin, token.word.end - token.word.begin));
         }
       }
       if (invocation.unknownBecause.empty()) invocation.unknownBecause = reason;
@@ -281,7 +255,8 @@ std::set<std::string> launcherVariables(std::string_view text, const LexedScript
     if (token.kind != TokenKind::kWord || !isAssignment(text, token.word)) continue;
     const std::string& value = token.word.value;
     const std::size_t equals = value.find('=');
-    if (equals != std::string::npos && holdsLauncher(std::string_view(value).substr(equals + 1))) {
+    if (equals != std::string::npos &&
+        mentionsLauncher(std::string_view(value).substr(equals + 1))) {
       names.insert(value.substr(0, equals));
     }
   }
