@@ -436,7 +436,8 @@ with tempfile.TemporaryDirectory() as tmp:
             "sudo", "exec", "command", "nohup", "time", "env", "sudo -u fw -E -- nice -n 10 -5", "sudo -ufw -- A=1",
             "env -i -u X -- A=1", "env - -C / --unset=Y", "timeout -s 15 --kill-after=5 1m", "timeout -sKILL 1",
             "ionice -c 3 -t", "chrt -b -R 0", "taskset -c 0-3", "flock -x -w 5 /l", "setsid -f", "stdbuf -o L -eL",
-            "time -p", "command -p", "nice -10", "/usr/bin/sudo -n", 'sudo -u "$U"', "nice --adjustment=1"]],
+            "time -p", "command -p", "nice -10", "/usr/bin/sudo -n", 'sudo -u "$U"', "nice --adjustment=1",
+            "sudo 2>/dev/null"]],
         *[(f"{wrapper} tovak co", option.format(name)) for wrapper, name in [
             ("sudo -i", "sudo -i"), ("sudo -Q", "sudo -Q"), ("env -S x", "env -S"), ("exec -a x", "exec -a"),
             ("timeout --foreground 1", "timeout --foreground"), ("timeout -sINT 1", "timeout -s INT"),

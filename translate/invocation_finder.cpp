@@ -58,14 +58,14 @@ class Finder {
   void find(std::string_view text, const LexedScript& script, std::size_t base, bool inside) {
     const std::vector<Token>& tokens = script.tokens;
     Expect expect = Expect::kCommand;
-    int cases = 0;  // case statements open
     for (std::size_t i = 0; i < tokens.size(); ++i) {
       findInside(text, tokens[i].word.substitutions, base);
       if (tokens[i].kind == TokenKind::kWord) {
-        expect = afterWord(text, tokens, i, expect, cases, base, inside);
+        expect = afterWord(text, tokens, i, expect, base, inside);
       } else if (tokens[i].kind == TokenKind::kOperator) {
+        // ";;" stands only in a case statement, where a pattern follows it.
         if (expect != Expect::kPattern || tokens[i].op == ")") {
-          expect = tokens[i].op == ";;" && cases > 0 ? Expect::kPattern : Expect::kCommand;
+          expect = tokens[i].op == ";;" ? Expect::kPattern : Expect::kCommand;
         }
       } else if (tokens[i].kind == TokenKind::kNewline && expect != Expect::kPattern &&
                  expect != Expect::kCaseIn) {
@@ -79,11 +79,10 @@ class Finder {
   // What the word at tokens[i] is, given what was expected there; a simple command's words
   // are read whole and i moves to its last token.
   Expect afterWord(std::string_view text, const std::vector<Token>& tokens, std::size_t& i,
-                   Expect expect, int& cases, std::size_t base, bool inside) {
+                   Expect expect, std::size_t base, bool inside) {
     const Word& word = tokens[i].word;
     switch (expect) {
       case Expect::kPattern:
-        if (isOneOf(word, {"esac"})) --cases;
         return isOneOf(word, {"esac"}) ? Expect::kArguments : Expect::kPattern;
       case Expect::kCaseSubject:
         return Expect::kCaseIn;
@@ -91,7 +90,7 @@ class Finder {
         return isOneOf(word, {"in"}) ? Expect::kPattern : Expect::kArguments;
       case Expect::kFunctionName:
         definesLauncher_ = definesLauncher_ || word.value == "tovak";
-        return Expect::kArguments;
+        [[fallthrough]];
       case Expect::kArguments:
         return Expect::kArguments;
       case Expect::kCommand:
@@ -101,16 +100,11 @@ class Finder {
         isAssignment(text, word)) {
       return Expect::kCommand;
     }
-    if (isOneOf(word, {"case"})) {
-      ++cases;
-      return Expect::kCaseSubject;
-    }
-    if (isOneOf(word, {"esac"}) && cases > 0) --cases;
-    if (isOneOf(word, {"}", "fi", "done", "esac"})) return Expect::kArguments;
+    if (isOneOf(word, {"case"})) return Expect::kCaseSubject;
     if (isOneOf(word, {"function"})) return Expect::kFunctionName;
+    // NAME ( ): the "(" and ")" that follow leave the body in command position.
     if (i + 2 < tokens.size() && tokens[i + 1].op == "(" && tokens[i + 2].op == ")") {
       definesLauncher_ = definesLauncher_ || word.value == "tovak";
-      i += 2;
       return Expect::kCommand;
     }
     std::size_t last = i;
