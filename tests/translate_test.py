@@ -466,8 +466,8 @@ with tempfile.TemporaryDirectory() as tmp:
         ("tovak co \\\n-F", translates),
         ("tovak co -F 9<<E\n'\nE", translates + " 9<<E"),
         ("X=$x PATH=$P:/b tovak co -F", translates),
-        ("tovak co -l 'return code'", 'legacy syntax, translates to: Fendix update compare --dir "return code" '
-                                      "--output /var/log/Zantor_Support/"),
+        ("tovak co -l 'return code'", "left as it is: a value holds 'return code', which would make its Fendix line a "
+                                      "line reading the launcher's lines"),
         *[(line, "mentions tovak") for line in [
             "echo '/x/tovak' # tovak", "echo ${y:-;tovak co }", "echo ${y:-$(echo };tovak co)}", "\\if tovak co",
             'echo "$$(tovak co)"', "echo $((1<<2)) tovak co", "echo ${x:-\\}$(tovak co)}", "command -v tovak",

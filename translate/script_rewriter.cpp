@@ -238,6 +238,13 @@ class Rewriter {
       words = std::move(held.words);
     }
     if (const std::string reason = readBack(invocation); !reason.empty()) return leaveFor(reason);
+    // Its words stay out of reading for the launcher's lines only while they are its own.
+    std::string joined;
+    for (const std::string& word : words) joined += word + " ";
+    if (const std::string_view text = launcherTextIn(joined, {}); !text.empty()) {
+      return leaveFor("a value holds '" + std::string(text) +
+                      "', which would make its Fendix line a line reading the launcher's lines");
+    }
     std::vector<std::string> indents;
     if (!continuedLines(invocation, indents)) return leaveFor("it spans lines");
     const FendixLocation fendix = locateFendix(invocation.program.value, options_.fendix);
