@@ -508,7 +508,7 @@ with tempfile.TemporaryDirectory() as tmp:
     reading = ('tovak co -F &>"$OUT"\ntovak co -D >/dev/null\n'
                "tovak co -L >>log2; tovak co -F 1>>log; tovak co -D >|log; tovak co -L 2>log; tovak co -F &>>log\n"
                'c=$(grep \'Return code\' "$OUT" log)\n'
-               "tovak co -F | grep -q fendx\ntovak co -F |\n  sed 's/translated command//'\n# return code\n")
+               "tovak co -F | grep -q fendx\ntovak co -F |\n\n  sed 's/translated command//'\n# return code\n")
     reads = "reads the launcher's own lines ('{}'), which a Fendix line does not print"
     piped = "left as it is: its output is piped into a line that reads the launcher's own lines"
     goes = "left as it is: its output goes to {}, which a line reads for the launcher's own lines"
@@ -518,7 +518,7 @@ with tempfile.TemporaryDirectory() as tmp:
         (3, goes.format("log")),
         (3, translates.replace("type fw", "scope latest") + " 2>log"), (3, goes.format("log")),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
-        (7, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
+        (8, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", tool(["--script", "--check", "-"], defined)[:2],
                (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"

@@ -223,15 +223,16 @@ class Finder {
   static std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
                                  std::size_t next) {
     int depth = 0;
+    bool afterPipe = false;  // line ends (and the comment lines they bring) go on after a "|"
     for (std::size_t i = next; i < tokens.size(); ++i) {
       const std::string& op = tokens[i].op;
-      const bool afterPipe = i > 0 && tokens[i - 1].op == "|";
       if (op == "(") ++depth;
       if (op == ")" && depth-- == 0) return tokens[i].begin;
       if (depth == 0 && (op == ";" || op == ";;" || op == "&" || op == "&&" || op == "||" ||
                          (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
         return tokens[i].begin;
       }
+      afterPipe = op == "|" || (afterPipe && tokens[i].kind == TokenKind::kNewline);
     }
     return text.size();
   }
