@@ -1,9 +1,6 @@
 // Feeds arbitrary argument vectors through everything dll_main does short of running the
 // tool, and through the self-test, checking properties that a wrong translation breaks.
 // Input: the argument tokens separated by '\n', the first one being the command word.
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -14,6 +11,7 @@
 
 #include "entry/translation.h"
 #include "fuzz_input.h"
+#include "library_call.h"
 #include "tovak/test.h"
 
 namespace {
@@ -25,13 +23,6 @@ void check(bool holds, const char* property) {
     std::fprintf(stderr, "property broken: %s\n", property);
     std::abort();
   }
-}
-
-// What reached file descriptor 1, a memory file meanwhile, since the capture began.
-std::string captured(int file) {
-  std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
-  check(pread(file, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()), "read");
-  return text;
 }
 
 // What a call printed: flushed during it, and all of it; and the line a translation
@@ -49,19 +40,14 @@ Printed printedBy(const Tokens& tokens, Body body) {
   strings.insert(strings.end(), tokens.begin(), tokens.end());
   std::vector<char*> argv;
   for (std::string& text : strings) argv.push_back(text.data());
-  std::fflush(stdout);
-  const int saved = dup(STDOUT_FILENO), file = memfd_create("stdout", 0);
-  dup2(file, STDOUT_FILENO);
+  translate::CapturedOutput output;
   Printed printed{"", "", body(static_cast<int>(argv.size()), argv.data())};
-  printed.flushed = captured(file);
-  std::fflush(stdout);
-  printed.all = captured(file);
-  dup2(saved, STDOUT_FILENO);
-  close(saved), close(file);
+  printed.flushed = output.written();
+  printed.all = output.finish();
   return printed;
 }
 
-Printed translate(const Tokens& tokens) {
+Printed translated(const Tokens& tokens) {
   const Printed run = printedBy(tokens, [&](int argc, char** argv) {
     const tovak::Translation translation = tovak::translateArguments(argc, argv);
     for (int i = 0; i < argc; ++i) {
@@ -78,18 +64,6 @@ Printed translate(const Tokens& tokens) {
         "an accepted line ends with the output option; a refused one says why");
   return run;
 }
-
-// Reaches a translator's table through a pointer to the base's member, named from a
-// derived class.
-struct TableOf : CommandBase {
-  static SupportedParameterTable of(const std::string& word) {
-    Parameters parameters(0, nullptr);
-    const auto translator = tovak::createTranslator(word, &parameters);
-    if (translator == nullptr) return {};
-    translator->addSupportedParameters();
-    return (*translator).*(&TableOf::supportedParameters);
-  }
-};
 
 // The line with a short option of the table that stands on it once, in either form,
 // rewritten to its long form.
@@ -120,7 +94,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   Tokens tokens = tokensOf(data, size);
-  const Printed run = translate(tokens);
+  const Printed run = translated(tokens);
   const std::string word = tokens[0].c_str();  // what the library sees: up to a NUL
   static const std::map<std::string, std::string> kOtherWord = {
       {"co", "compare"}, {"compare", "co"}, {"up", "update"},   {"update", "up"},
@@ -128,12 +102,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (const auto other = kOtherWord.find(word); other != kOtherWord.end()) {
     Tokens renamed = tokens;
     renamed[0] = other->second;
-    check(translate(renamed) == run, "both command words do the same");
+    check(translated(renamed) == run, "both command words do the same");
   }
-  const SupportedParameterTable table = TableOf::of(word);
+  const SupportedParameterTable table = tovak::optionTableOf(word);
   if (run.line) {
     if (const std::optional<Tokens> longForm = withLongForm(tokens, table)) {
-      const std::optional<std::string> rewritten = translate(*longForm).line;
+      const std::optional<std::string> rewritten = translated(*longForm).line;
       check(!rewritten || rewritten == run.line, "an option's long form translates as its short");
     }
     Tokens extended = tokens;
@@ -142,7 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string name = seen.substr(0, seen.find('='));
     const auto known = [&](const auto& row) { return row.first == name || row.second == name; };
     if (std::none_of(table.begin(), table.end(), known)) {
-      const Printed refused = translate(extended);
+      const Printed refused = translated(extended);
       check(!refused.line && refused.flushed.empty() &&
                 refused.all == "The parameter: " + name + " is not supported!",
             "an unknown long option is refused by its name, unflushed");
