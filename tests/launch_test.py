@@ -87,19 +87,45 @@ def every_case(valgrind):
             expect(f"launcher: {label}", (code, out), (0 if fendix else 1, flushed + unflushed + (launched(BIN, fendix, 0, stand_in(shlex.split(fendix))) if fendix else "")))
 
 
+STATUSES = {"0": 0, "1": 1, "256": 1, "768": 3, "32512": 127, "9": 137, "-1": 255, "-2": 255, "4991": 255}
+
+
+# What "host interface" prints: each fact its own line, "label: value", after the lines the
+# library printed for it.
+def interface_facts():
+    libc = next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line)
+    libc = os.path.dirname(os.path.realpath(libc)) + "/"
+    return [
+        "sizes: 1", "fields: 1", "virtual slots: 2 3 4", "flag: 1",
+        "The parameter value of --x or -s can not be empty. ", "valued, no value: 0",
+        " The parameter2 should start with dash!", "valued, dashless: 1",
+        " The parameter2 should start with dash!", "flag, dashless: 1",
+        'built:  flag word --pair "a b" own --output /var/log/Zantor_Support/ p',
+        "compare supports: 1", "The parameter: -s is not supported!", "acquire supports: 0",
+        "Warning: The parameter -s or --select is not supported by fendix. It will be ignored!",
+        "compare translates: 1", "acquire translates: 1", "quenmark translates: 1",
+        "lines: update compare, update acquire, update scan",
+        "missing strings: '' 1", "missing vector: ''",
+        "Please specify the command!", "dll_main, missing vector: 1",
+        "Please specify the command!", "dll_main, missing strings: 1",
+        "argc: 2", "argv[0]:", "argv[1]:", "fendixParameters:  ",
+        "Test paramters.checkValidParametersFormat ... ", "Report true!",
+        "Test paramters.isSetParameter ... ", "Report false!",
+        "Test paramters.getParameterValue ... ", "Value is: ",
+        *launched(BIN, "", 0).splitlines(), "exec: 0", f"paths: {BIN} /tmp/",
+        f"modules: {BIN} {libc} ''", "exception: 125", "unknown exception: 125",
+        *(f"exit code for {status}: {code}" for status, code in STATUSES.items()),
+    ]
+
+
 def interface():
-    libc = os.path.dirname(next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line))
-    expect("interface", run(BIN + "host", ["interface", "0", "1", "256", "768", "32512", "9", "-1", "-2", "4991"]), (0, (
-        "sizes 1, fields 1, slots 2 3 4\nThe parameter value of --x or -s can not be empty. \n"
-        " The parameter2 should start with dash!\n The parameter2 should start with dash!\n"
-        "The parameter: -s is not supported!Warning: The parameter -s or --select is not supported by fendix. It will be ignored!\n"
-        "steps 10111 update compare, update acquire, update scan\ntranslated 1011: flag word --pair \"a b\" own --output /var/log/Zantor_Support/ p\n"
-        "holes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
-        "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
-        "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"
-        f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n125 125\n"
-        "0 1 1 3 127 137 255 255 255 "), f"ran: {BIN}./Fendix \ntovak: dll_main failed: thrown\n"
-        "tovak: dll_main failed with an unknown exception\n"))
+    code, out, err = run(BIN + "host", ["interface", *STATUSES])
+    got, wanted = out.replace("\0", "").splitlines(), interface_facts()
+    for i, fact in enumerate(wanted):
+        expect(f"interface, line {i + 1}", got[i] if i < len(got) else None, fact)
+    expect("interface, lines", len(got), len(wanted))
+    expect("interface, status and errors", (code, err), (0, f"ran: {BIN}./Fendix \n"
+           "tovak: dll_main failed: thrown\ntovak: dll_main failed with an unknown exception\n"))
 
 
 def lowest_status():
@@ -111,6 +137,33 @@ def standard_output_full():
     # A failed write neither silences the next call nor is hidden from the host.
     expect("standard output full in a first call", run(BIN + "host", ["full", "qk"]),
            (0, launched(BIN, OUTPUT, 0) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n" * 2 + "error indicator: 1\n"))
+
+
+# text; the first byte a shell reads as syntax in a line the library built, and in the
+# launcher's directory (0: none)
+SHELL_SYNTAX = [
+    ("plain words", "update compare --dir /srv", 0, 0x20),
+    ("a value the library quoted", 'x --dir "a b" y', 0, 0x20),
+    ("a quote opening the line", '"a b" x', 0, 0x22),
+    ("a quote left open, no blank after it", 'x --dir "abc --output /o/', 0x22, 0x20),
+    ("# opening the line", "#x", 0x23, 0x23),
+    ("# opening a word", "x #y", 0x23, 0x20),
+    ("# inside a word", "a#b", 0, 0x23),
+    ("# right after a closing quote", '"a b"#c', 0, 0x22),
+    ("$ inside the quotes", 'x "a $b"', 0x24, 0x20),
+    ("a quote inside a word", 'a"b', 0x22, 0x22),
+    ("a semicolon", "a;b", 0x3B, 0x3B),
+    ("a tab", "a\tb", 0x09, 0x09),
+    ("! and bytes beyond ASCII", "a!caf\u00e9", 0, 0x21),
+    ("every byte a directory may hold", "/opt/x-1.2_+,:@%=Z9", 0, 0),
+]
+
+
+def shell_syntax():
+    got = run(BIN + "host", ["syntax", *(text for _, text, _, _ in SHELL_SYNTAX)])[1]
+    got = got.replace("\0", "").splitlines()
+    for i, (label, _, in_line, in_path) in enumerate(SHELL_SYNTAX):
+        expect(f"shell syntax: {label}", got[i] if i < len(got) else None, f"{in_line:x} {in_path:x}")
 
 
 def copies(directory, names=("tovak", "libtovak.so", "Fendix", "host")):
@@ -210,6 +263,7 @@ if "--valgrind" in sys.argv:
     expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
 else:
     interface()
+    shell_syntax()
     standard_output_full()
     lowest_status()
     paths()
