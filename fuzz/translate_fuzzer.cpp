@@ -8,15 +8,27 @@
 #include <cstring>
 #include <map>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "entry/translation.h"
-#include "fuzz_input.h"
 #include "library_call.h"
 #include "tovak/test.h"
 
 namespace {
 
 using Tokens = std::vector<std::string>;  // the command word and the option tokens
+
+Tokens tokensOf(const uint8_t* data, std::size_t size) {
+  Tokens tokens(1);
+  for (std::size_t i = 0; i < size; ++i) {
+    if (data[i] == '\n')
+      tokens.emplace_back();
+    else
+      tokens.back().push_back(static_cast<char>(data[i]));
+  }
+  return tokens;
+}
 
 void check(bool holds, const char* property) {
   if (!holds) {
