@@ -43,7 +43,7 @@ std::string CommandBase::getCommandLine() { return commandLine; }
 
 void CommandBase::addCommand(std::string text) {
   // Room for a usual translated line at once, rather than a new buffer for every few options
-  // appended: the allocations of a call are budgeted.
+  // appended: the allocations of a call are budgeted (bench/costs.py).
   constexpr std::size_t kUsualLineSize = 256;
   commandLine = std::move(text);
   commandLine.reserve(kUsualLineSize);

@@ -11,6 +11,7 @@ int exec(std::string commandLine) {
   // Fendix is looked for beside the launcher's program file, not beside this library.
   constexpr std::string_view kProgram = "./Fendix ";
   std::string fullCommand = GetCurProcessPath();
+  // One more buffer, not one per piece: the allocations of a call are budgeted.
   fullCommand.reserve(fullCommand.size() + kProgram.size() + commandLine.size());
   fullCommand.append(kProgram).append(commandLine);
   tovak::writeLine("The translated command is: ");

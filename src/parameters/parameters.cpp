@@ -107,6 +107,7 @@ Parameters::Parameters(int argc, char** argv) {
     return;
   }
   command = argv[1] != nullptr ? argv[1] : "";
+  // One allocation for the list: the allocations of a call are budgeted (bench/costs.py).
   parameterList.reserve(static_cast<std::size_t>(argc - 2));
   for (int i = 2; i < argc; ++i) {
     parameterList.emplace_back(argv[i] != nullptr ? argv[i] : "");
