@@ -140,6 +140,11 @@ def standard_output_full():
     # A failed write neither silences the next call nor is hidden from the host.
     expect("standard output full in a first call", run(BIN + "host", ["full", "qk"]),
            (0, launched(BIN, OUTPUT, 0) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n" * 2 + "error indicator: 1\n"))
+    # Closed, it leaves tovak-translate nothing to catch the library's lines with: dup() fails
+    # while descriptors are free, and the temporary file would take descriptor 1 itself.
+    closed = ["sh", "-c", 'exec "$@" >&-', "sh"]
+    expect("tovak-translate with standard output closed",
+           run(BIN + "tovak-translate", ["co"], prefix=closed), (1, "", "tovak-translate: cannot catch the library's output: Bad file descriptor\n"))
 
 
 # text; the first byte a shell reads as syntax in a line the library built, and in the

@@ -50,6 +50,8 @@ EQUIVALENTS_FILE = "tools/mutation_equivalents.txt"
 # translator's code reaches only tovak-translate, which only these run. Skipping the others
 # loses no kill and saves most of each run.
 TESTS_OF_DIRECTORY = {"translate": "^(docs|translate)$"}
+# The capture of the library's output is shared: the launch test checks it too.
+TESTS_OF_FILE = {"translate/library_call.cpp": "^(docs|launch|translate)$"}
 REPO = Path(__file__).resolve().parent.parent
 
 FILE_SCOPE = "<file scope>"
@@ -509,7 +511,7 @@ class ScratchTree:
 
 
 def tests_that_see(file):
-    pattern = TESTS_OF_DIRECTORY.get(Path(file).parts[0])
+    pattern = TESTS_OF_FILE.get(file, TESTS_OF_DIRECTORY.get(Path(file).parts[0]))
     return ["--tests-regex", pattern] if pattern else []
 
 
