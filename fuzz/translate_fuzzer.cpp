@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <optional>
 #include <string>
@@ -30,10 +29,9 @@ Tokens tokensOf(const uint8_t* data, std::size_t size) {
 }
 
 void check(bool holds, const char* property) {
-  if (!holds) {
-    std::fprintf(stderr, "property broken: %s\n", property);
-    std::abort();
-  }
+  if (holds) return;
+  std::fprintf(stderr, "property broken: %s\n", property);
+  std::abort();
 }
 
 // What a call printed: flushed during it, and all of it; and the line a translation
@@ -50,22 +48,12 @@ Printed translated(const Tokens& tokens) {
   strings.insert(strings.end(), tokens.begin(), tokens.end());
   std::vector<char*> argv;
   for (std::string& text : strings) argv.push_back(text.data());
-  const int argc = static_cast<int>(argv.size());
   translate::CapturedOutput printed;
+  const int argc = static_cast<int>(argv.size());
   const tovak::Translation translation = tovak::translateArguments(argc, argv.data());
   Printed run{printed.written(), "", std::nullopt};
   run.all = printed.finish();
   if (translation.accepted) run.line = translation.commandLine;
-  for (int i = 0; i < argc; ++i) {
-    const std::size_t length = i == 0 ? 4 : std::strlen(tokens[i - 1].c_str());
-    check(argv[i] == (i == 0 ? "fuzz" : std::string(length, ' ')),
-          "the caller's strings become blanks of the same lengths, argv[0] stays");
-  }
-  const std::string output = " --output /var/log/Zantor_Support/";
-  check(run.line ? run.line->size() >= output.size() &&
-                       run.line->substr(run.line->size() - output.size()) == output
-                 : !run.all.empty(),
-        "an accepted line ends with the output option; a refused one says why");
   return run;
 }
 
