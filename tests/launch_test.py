@@ -122,9 +122,8 @@ def interface_facts():
 def interface():
     code, out, err = run(BIN + "host", ["interface", *STATUSES])
     got, wanted = out.replace("\0", "").splitlines(), interface_facts()
-    for i, fact in enumerate(wanted):
-        expect(f"interface, line {i + 1}", got[i] if i < len(got) else None, fact)
-    expect("interface, lines", len(got), len(wanted))
+    for i, (line, fact) in enumerate(itertools.zip_longest(got, wanted), 1):
+        expect(f"interface, line {i}", line, fact)
     expect("interface, status and errors", (code, err), (0, f"ran: {BIN}./Fendix \n"
            "tovak: dll_main failed: thrown\ntovak: dll_main failed with an unknown exception\n"))
 
@@ -152,8 +151,7 @@ SHELL_SYNTAX = [
 
 
 def shell_syntax():
-    got = run(BIN + "host", ["syntax", *(text for _, text, _, _ in SHELL_SYNTAX)])[1]
-    got = got.replace("\0", "").splitlines()
+    got = run(BIN + "host", ["syntax", *(t for _, t, _, _ in SHELL_SYNTAX)])[1].replace("\0", "").split("\n")
     for i, (label, _, in_line, in_path) in enumerate(SHELL_SYNTAX):
         expect(f"shell syntax: {label}", got[i] if i < len(got) else None, f"{in_line:x} {in_path:x}")
 
