@@ -59,9 +59,6 @@ std::string_view valueOf(const std::vector<std::string>& tokens, std::string_vie
   const bool isShort = isSingleDash(name);
   // No token's name holds "=", so such a name has no value.
   const bool isLong = isDoubleDash(name) && name.find('=') == std::string_view::npos;
-  if (!isShort && !isLong) {
-    return std::string_view();
-  }
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view token = tokens[i];
     if (isShort && token == name && i + 1 < tokens.size() && !startsWithDash(tokens[i + 1])) {
