@@ -42,8 +42,8 @@ def floor(command, words):
         "long table names": LONG_TABLE_NAMES[command],
         "translator": 1,
         "command line and its copy": 2,
-        # GetCurProcessPath returns the directory as a string of its own; the full command is
-        # then built in that string's buffer, which comes with room for it.
+        # GetCurProcessPath returns the directory as a string of its own; the full command
+        # could be built in that string's buffer, given room for it.
         "directory with the full command": 1,
     }
     return sum(items.values()), items

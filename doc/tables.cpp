@@ -25,23 +25,9 @@
 #include <vector>
 
 #include "entry/translation.h"
-#include "tovak/command_base.h"
 #include "tovak/parameters.h"
 
 namespace {
-
-// The option table is protected; a member pointer taken through a derived class reads it.
-struct TableReader : CommandBase {
-  static SupportedParameterTable rowsOf(CommandBase& command) {
-    command.addSupportedParameters();
-    return command.*(&TableReader::supportedParameters);
-  }
-};
-
-// Filling the table reads nothing of a line, so the translator is given none.
-SupportedParameterTable optionRowsOf(const tovak::CommandWord& word) {
-  return TableReader::rowsOf(*word.create(nullptr));
-}
 
 bool fail(const std::string& why) {
   std::cerr << "tovak_tables: " << why << '\n';
@@ -128,9 +114,8 @@ class Filler {
 
  private:
   bool addEntries(const std::string& name, std::string& out) {
-    const tovak::CommandWord* word = findWord(name);
-    if (word == nullptr) return fail("no command word " + name);
-    for (const auto& [first, second] : optionRowsOf(*word)) {
+    if (findWord(name) == nullptr) return fail("no command word " + name);
+    for (const auto& [first, second] : tovak::optionTableOf(name)) {
       const auto form = forms.find({name, first});
       if (form == forms.end()) return fail("no text for " + first + " in " + name);
       used.insert(form->first);
@@ -144,7 +129,7 @@ class Filler {
   static void addCaseArms(std::string& out) {
     for (const tovak::CommandWord& word : tovak::kCommandWords) {
       std::string names;
-      for (const auto& [first, second] : optionRowsOf(word)) {
+      for (const auto& [first, second] : tovak::optionTableOf(std::string(word.name))) {
         names += ' ' + first + (second.empty() ? "" : ' ' + second);
       }
       out += std::string(word.name) + '|' + std::string(word.abbreviation) + ") echo" + names +

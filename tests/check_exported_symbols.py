@@ -41,7 +41,8 @@ def declared(include):
 library, include = sys.argv[1:3]
 symbols = subprocess.run(["nm", "-D", "--defined-only", library], capture_output=True, text=True, check=True)
 mangled = "\n".join(line.split()[-1] for line in symbols.stdout.splitlines())
-exported = set(subprocess.run(["c++filt"], input=mangled, capture_output=True, text=True, check=True).stdout.split("\n")) - {""}
+unmangled = subprocess.run(["c++filt"], input=mangled, capture_output=True, text=True, check=True)
+exported = set(unmangled.stdout.split("\n")) - {""}
 wanted = declared(include)
 for name in sorted(wanted - exported):
     print("missing:", name)

@@ -17,7 +17,8 @@ import subprocess
 import sys
 import tempfile
 
-BIN, LINES, NO_ENTRY, LIBDIR, VERSION = os.path.realpath(sys.argv[1]) + "/", sys.argv[2], os.path.realpath(sys.argv[3]), sys.argv[4], sys.argv[5]
+BIN, LINES = os.path.realpath(sys.argv[1]) + "/", sys.argv[2]
+NO_ENTRY, LIBDIR, VERSION = os.path.realpath(sys.argv[3]), sys.argv[4], sys.argv[5]
 OUTPUT = " --output /var/log/Zantor_Support/"
 VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds=definite,indirect,possible",
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
@@ -49,7 +50,8 @@ def launched(directory, line, status, fendix=""):
 
 
 def stand_in(words):
-    return f"Fendix stand-in received {len(words)} arguments\n" + "".join(f"  [{i}] <{w}>\n" for i, w in enumerate(words, 1))
+    listed = "".join(f"  [{i}] <{w}>\n" for i, w in enumerate(words, 1))
+    return f"Fendix stand-in received {len(words)} arguments\n" + listed
 
 
 # label, host arguments, Fendix line (None: refused or not a legacy line), what is printed
@@ -73,44 +75,85 @@ def every_case(valgrind):
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         hosted = list(pool.map(lambda case: run(BIN + "host", case[1]), all_cases))
         lines = [case for case in all_cases if case[1][0] == "line"]
-        launched_lines = list(pool.map(lambda case: run(BIN + "tovak", case[1][1:], prefix=VALGRIND if valgrind else ()), lines))
+        prefix = VALGRIND if valgrind else ()
+        launched_lines = list(pool.map(lambda case: run(BIN + "tovak", case[1][1:], prefix=prefix), lines))
     for (label, arguments, fendix, flushed, unflushed, in_order), (code, out, err) in zip(all_cases, hosted):
         if arguments[0] != "line":
             expect(label, (out.replace("\0", ""), err), (in_order, ""))
         elif not valgrind:
             ran = f"ran: {BIN}./Fendix {fendix}\n" if fendix else ""
-            expect(label, (code, out, err), (0 if fendix else 1, flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed, ran))
+            printed = flushed + (launched(BIN, fendix, 0) if fendix else "") + "\0" + unflushed
+            expect(label, (code, out, err), (0 if fendix else 1, printed, ran))
     for (label, arguments, fendix, flushed, unflushed, _), (code, out, err) in zip(lines, launched_lines):
         if valgrind:
             expect(f"valgrind: {label}", code, 0 if fendix else 1)
         else:
-            expect(f"launcher: {label}", (code, out), (0 if fendix else 1, flushed + unflushed + (launched(BIN, fendix, 0, stand_in(shlex.split(fendix))) if fendix else "")))
+            ran = launched(BIN, fendix, 0, stand_in(shlex.split(fendix))) if fendix else ""
+            expect(f"launcher: {label}", (code, out), (0 if fendix else 1, flushed + unflushed + ran))
+
+
+STATUSES = {"0": 0, "1": 1, "256": 1, "768": 3, "32512": 127, "9": 137, "-1": 255, "-2": 255, "4991": 255}
+
+
+# What "host interface" prints: each fact its own line, "label: value", after the lines the
+# library printed for it.
+def interface_facts():
+    libc = next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line)
+    libc = os.path.dirname(os.path.realpath(libc)) + "/"
+    return [
+        "sizes: 1", "fields: 1", "virtual slots: 2 3 4", "flag: 1",
+        "The parameter value of --x or -s can not be empty. ", "valued, no value: 0",
+        " The parameter2 should start with dash!", "valued, dashless: 1",
+        " The parameter2 should start with dash!", "flag, dashless: 1",
+        'built:  flag word --pair "a b" own --output /var/log/Zantor_Support/ p',
+        "compare supports: 1", "The parameter: -s is not supported!", "acquire supports: 0",
+        "Warning: The parameter -s or --select is not supported by fendix. It will be ignored!",
+        "compare translates: 1", "acquire translates: 1", "quenmark translates: 1",
+        "lines: update compare, update acquire, update scan", "missing strings: '' 1",
+        "missing vector: ''", "Please specify the command!", "dll_main, missing vector: 1",
+        "Please specify the command!", "dll_main, missing strings: 1", "argc: 2", "argv[0]:",
+        "argv[1]:", "fendixParameters:  ", *launched(BIN, "", 0).splitlines(),
+        "exec: 0", f"paths: {BIN} /tmp/", f"modules: {BIN} {libc} ''", "exception: 125",
+        "unknown exception: 125",
+        *(f"exit code for {status}: {code}" for status, code in STATUSES.items()),
+    ]
 
 
 def interface():
-    libc = os.path.dirname(next(line.split()[-1] for line in open("/proc/self/maps") if "/libc.so" in line))
-    expect("interface", run(BIN + "host", ["interface", "0", "1", "256", "768", "32512", "9", "-1", "-2", "4991"]), (0, (
-        "sizes 1, fields 1, slots 2 3 4\nThe parameter value of --x or -s can not be empty. \n"
-        " The parameter2 should start with dash!\n The parameter2 should start with dash!\n"
-        "The parameter: -s is not supported!Warning: The parameter -s or --select is not supported by fendix. It will be ignored!\n"
-        "steps 10111 update compare, update acquire, update scan\ntranslated 1011: flag word --pair \"a b\" own --output /var/log/Zantor_Support/ p\n"
-        "holes: '' 1 ''\nPlease specify the command!\nPlease specify the command!\n1 1\n"
-        "argc: 2\nargv[0]:\nargv[1]:\nfendixParameters:  \nTest paramters.checkValidParametersFormat ... \nReport true!\n"
-        "Test paramters.isSetParameter ... \nReport false!\nTest paramters.getParameterValue ... \nValue is: \n"
-        f"{launched(BIN, '', 0)}\0" f"0 {BIN} /tmp/\nmodules: {BIN} {os.path.realpath(libc)}/ ''\n125 125\n"
-        "0 1 1 3 127 137 255 255 255 "), f"ran: {BIN}./Fendix \ntovak: dll_main failed: thrown\n"
-        "tovak: dll_main failed with an unknown exception\n"))
-
-
-def lowest_status():
-    expect("the lowest status", run(BIN + "host", ["line", "qk"], {"HOST_SYSTEM_STATUS": "-2147483648"}),
-           (0, launched(BIN, OUTPUT, -2147483648) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n"))
+    code, out, err = run(BIN + "host", ["interface", *STATUSES])
+    got, wanted = out.replace("\0", "").splitlines(), interface_facts()
+    for i, (line, fact) in enumerate(itertools.zip_longest(got, wanted), 1):
+        expect(f"interface, line {i}", line, fact)
+    expect("interface, status and errors", (code, err), (0, f"ran: {BIN}./Fendix \n"
+           "tovak: dll_main failed: thrown\ntovak: dll_main failed with an unknown exception\n"))
 
 
 def standard_output_full():
     # A failed write neither silences the next call nor is hidden from the host.
     expect("standard output full in a first call", run(BIN + "host", ["full", "qk"]),
            (0, launched(BIN, OUTPUT, 0) + "\0", f"ran: {BIN}./Fendix {OUTPUT}\n" * 2 + "error indicator: 1\n"))
+    # Closed, it leaves tovak-translate nothing to catch the library's lines with: dup() fails
+    # while descriptors are free, and the temporary file would take descriptor 1 itself.
+    closed = ["sh", "-c", 'exec "$@" >&-', "sh"]
+    refusal = "tovak-translate: cannot catch the library's output: Bad file descriptor\n"
+    expect("tovak-translate with standard output closed",
+           run(BIN + "tovak-translate", ["co"], prefix=closed), (1, "", refusal))
+
+
+# text; the first byte a shell reads as syntax in a line the library built, and in the
+# launcher's directory (0: none)
+SHELL_SYNTAX = [
+    ("a quote opening the line", '"a b" x', 0, 0x22),
+    ("a quote left open, no blank after it", 'x --dir "abc --output /o/', 0x22, 0x20),
+    ("# opening the line", "#x", 0x23, 0x23),
+    ("# right after a closing quote", '"a b"#c', 0, 0x22),
+]
+
+
+def shell_syntax():
+    got = run(BIN + "host", ["syntax", *(t for _, t, _, _ in SHELL_SYNTAX)])[1].replace("\0", "").split("\n")
+    for i, (label, _, in_line, in_path) in enumerate(SHELL_SYNTAX):
+        expect(f"shell syntax: {label}", got[i] if i < len(got) else None, f"{in_line:x} {in_path:x}")
 
 
 def copies(directory, names=("tovak", "libtovak.so", "Fendix", "host")):
@@ -124,7 +167,8 @@ def paths():
     # "host paths" prints the executable's directory, then the host's module directory.
     nowhere = "/dev/null/"  # where no program can be: what a path function gives when unsure
     for argv0, module in [("./nowhere/host", nowhere), ("", nowhere)]:
-        expect(f"paths for argv[0] {argv0!r}", run(BIN + "host", ["paths"], argv0=argv0, cwd="/")[1], f"\0{BIN}\n{module}\n")
+        printed = run(BIN + "host", ["paths"], argv0=argv0, cwd="/")[1]
+        expect(f"paths for argv[0] {argv0!r}", printed, f"\0{BIN}\n{module}\n")
     refusal = "tovak: cannot tell this program's directory from /proc/self/exe\n"
     # The kernel gives a program path of up to 4095 bytes, which is read whole; a longer one
     # cannot be read.
@@ -137,63 +181,66 @@ def paths():
             exact, here = 4095 - len(os.getcwd()) - 1, os.getcwd() + "/"
             for name in ("host", "tovak"):
                 shutil.copy(BIN + name, name[0] * exact)
-            expect("paths at 4095 bytes", run("./" + "h" * exact, ["paths"], argv0="host")[1].replace("\0", ""), f"{here}\n{here}\n")
+            printed = run("./" + "h" * exact, ["paths"], argv0="host")[1]
+            expect("paths at 4095 bytes", printed.replace("\0", ""), f"{here}\n{here}\n")
             code, _, err = run("./" + "t" * exact, ["qk"])  # the library's path is too long to load
-            expect("launcher at 4095 bytes", (code, err.startswith(f"tovak: cannot load libtovak.so: {here}")), (125, True))
+            refused = err.startswith(f"tovak: cannot load libtovak.so: {here}")
+            expect("launcher at 4095 bytes", (code, refused), (125, True))
     copies(".", ("host", "tovak"))
     expect("paths past PATH_MAX", run("./host", ["paths"], argv0="host")[1], f"\0{nowhere}\n{nowhere}\n")
     expect("launcher past PATH_MAX", run("./tovak", ["qk"]), (125, "", refusal))
     os.chdir(BIN)
     subprocess.run(["rm", "-rf", top], check=True)
-    # Without /proc, in a private mount namespace where the machine allows one.
-    without_proc = ["unshare", "-m", "sh", "-c", 'umount -l /proc && exec "$@"', "sh"]
-    if SANITIZED or run("unshare", ["-m", "true"])[0] != 0:  # a sanitizer reads its settings from /proc
-        print("skipped: no private mount namespace here, or a sanitizer, to run without /proc")
-        return
-    expect("launcher without /proc", run(BIN + "tovak", ["qk"], prefix=without_proc), (125, "", refusal))
-    expect("host without /proc", run(BIN + "host", ["line", "qk"], prefix=without_proc),
-           (0, launched(nowhere, OUTPUT, 0) + "\0", f"ran: {nowhere}./Fendix {OUTPUT}\n"))
 
 
 def launcher_places():
     line = "update compare --type fw --dir /srv" + OUTPUT
-    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", ["compare", *["-F", "--local=/srv"] * 50000], {"FENDIX_EXIT_CODE": "3"}),
+    words = ["compare", *["-F", "--local=/srv"] * 50000]
+    expect("100,000 tokens, Fendix exits with 3", run(BIN + "tovak", words, {"FENDIX_EXIT_CODE": "3"}),
            (3, launched(BIN, line, 768, stand_in(shlex.split(line))), ""))
-    expect("a hundred option names", run(BIN + "tovak", ["co", *(f"--x{i}" for i in range(100))])[:2], (1, "The parameter: --x0 is not supported!"))
     top = tempfile.mkdtemp(prefix="tovak-places-")
     for name, byte in (("azAZ09+,:@%=_-.", None), ("semi;colon", 0x3b), ("a blank", 0x20), ("caf\u00e9", 0xc3)):
         directory = copies(os.path.join(top, name))
-        refusal = (125, "", f"tovak: will not run from {directory}: the shell would read its byte 0x{byte:02x}\n") if byte else None
-        expect(f"launcher in {name!r}", run(directory + "tovak", ["qk"]), refusal or (0, launched(directory, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
+        refusal = f"tovak: will not run from {directory}: the shell would read its byte 0x{byte or 0:02x}\n"
+        ran = launched(directory, OUTPUT, 0, stand_in(shlex.split(OUTPUT)))
+        expect(f"launcher in {name!r}", run(directory + "tovak", ["qk"]), (125, "", refusal) if byte else (0, ran, ""))
     lonely = copies(os.path.join(top, "lonely"), ("tovak",))
     # --help and --version need no library and answer anywhere, but only as the whole line.
     usage = run(lonely + "tovak", ["--help"])
-    expect("help", (usage[0], usage[1].startswith("Usage: tovak COMMAND"), "compare (co), update (up), acquire (ac), quenmark (qk)\n" in usage[1]), (0, True, True))
+    words = "compare (co), update (up), acquire (ac), quenmark (qk)\n"
+    expect("help", (usage[0], usage[1].startswith("Usage: tovak COMMAND"), words in usage[1]), (0, True, True))
     expect("version", run(os.path.join(top, "semi;colon", "tovak"), ["--version"]), (0, f"tovak {VERSION}\n", ""))
-    expect("help and version", run(BIN + "tovak", ["--help", "--version"]), (1, "The command: --help is not supported.\n", ""))
-    expect("help on a full disk", subprocess.run([BIN + "tovak", "--help"], stdout=open("/dev/full", "w")).returncode, 1)
+    expect("help and version", run(BIN + "tovak", ["--help", "--version"]),
+           (1, "The command: --help is not supported.\n", ""))
+    on_full_disk = subprocess.run([BIN + "tovak", "--help"], stdout=open("/dev/full", "w"))
+    expect("help on a full disk", on_full_disk.returncode, 1)
     shutil.copy(NO_ENTRY, lonely + "libtovak.so")
     expect("library without dll_main", run(lonely + "tovak", ["co"]), (125, "", "tovak: libtovak.so has no dll_main\n"))
     os.remove(lonely + "libtovak.so")
     code, _, err = run(lonely + "tovak", ["co"])
-    expect("no library", (code, bool(re.fullmatch(f"tovak: cannot load libtovak.so: {lonely}libtovak.so: .*\n", err))), (125, True))
+    refused = re.fullmatch(f"tovak: cannot load libtovak.so: {lonely}libtovak.so: .*\n", err)
+    expect("no library", (code, bool(refused)), (125, True))
     # Installed, the library is in its own directory, found relative to the launcher's.
     installed = copies(os.path.join(top, "bin"), ("tovak", "Fendix"))
     copies(os.path.normpath(installed + LIBDIR), ("libtovak.so",))
-    expect("installed", run(installed + "tovak", ["qk"]), (0, launched(installed, OUTPUT, 0, stand_in(shlex.split(OUTPUT))), ""))
+    ran = launched(installed, OUTPUT, 0, stand_in(shlex.split(OUTPUT)))
+    expect("installed", run(installed + "tovak", ["qk"]), (0, ran, ""))
     shutil.rmtree(top)
 
 
 def failed_allocations(sanitized):
     if sanitized:  # the pointers to 140,000 arguments past the sanitizer's limit: status 0, silently
-        code, out, _ = run(BIN + "tovak", [""] * 140000, {"ASAN_OPTIONS": "allocator_may_return_null=1:max_allocation_size_mb=1"})
+        limits = {"ASAN_OPTIONS": "allocator_may_return_null=1:max_allocation_size_mb=1"}
+        code, out, _ = run(BIN + "tovak", [""] * 140000, limits)
         expect("failed allocation", (code, out), (0, ""))
         return
     # Each allocation of a whole call fails in turn. Then the call ends with status 0 and
     # silently (an argument copy), or with the launcher's line and 125 after whatever was
     # printed, Fendix run with the whole line or not at all, or completes as if nothing failed.
-    for words in (["co", "-F", "-l", "/srv repo", "-e", "1,2", "-L"], ["up", "--host=h", "--update-args=--user=u,--password=p"],
-                  ["ac", "-l", "/d", "--proxy-address=p", "--proxy-port=8"], ["qk", "-s", "--vq-address=a", "--vq-user=u"]):
+    for words in (["co", "-F", "-l", "/srv repo", "-e", "1,2", "-L"],
+                  ["up", "--host=h", "--update-args=--user=u,--password=p"],
+                  ["ac", "-l", "/d", "--proxy-address=p", "--proxy-port=8"],
+                  ["qk", "-s", "--vq-address=a", "--vq-user=u"]):
         whole = run(BIN + "host", ["line", *words])
         for n in itertools.count(1):
             code, out, err = run(BIN + "host", ["fail", str(n), *words])
@@ -201,17 +248,16 @@ def failed_allocations(sanitized):
                 break
             ran, failure = err.partition("tovak: dll_main failed: ")[::2]
             fine = (code, out, err) == (0, "", "") or (code, out, err) == whole or (
-                code == 125 and whole[1].replace("\0", "").startswith(out.replace("\0", "")) and ran in ("", whole[2]) and failure == "std::bad_alloc\n")
+                code == 125 and whole[1].replace("\0", "").startswith(out.replace("\0", ""))
+                and ran in ("", whole[2]) and failure == "std::bad_alloc\n")
             expect(f"allocation {n} failing for {words}", fine, True)
 
 
 every_case(valgrind="--valgrind" in sys.argv)
-if "--valgrind" in sys.argv:
-    expect("valgrind: 10,000 tokens", run(BIN + "tovak", ["compare", *["-F", "--local=/srv/repo"] * 5000], prefix=VALGRIND)[0], 0)
-else:
+if "--valgrind" not in sys.argv:
     interface()
+    shell_syntax()
     standard_output_full()
-    lowest_status()
     paths()
     launcher_places()
     failed_allocations(SANITIZED)

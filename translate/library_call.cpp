@@ -1,5 +1,6 @@
 #include "library_call.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -8,48 +9,41 @@
 #include "entry/translation.h"
 
 namespace translate {
-namespace {
 
-// Points standard output at a temporary file for as long as it lives. Without a descriptor
-// to spare for either, it throws rather than let the library print into the tool's output.
-class CapturedOutput {
- public:
-  CapturedOutput() {
-    std::fflush(stdout);
-    saved_ = dup(STDOUT_FILENO);
-    file_ = saved_ >= 0 ? std::tmpfile() : nullptr;
-    if (file_ == nullptr || dup2(fileno(file_), STDOUT_FILENO) < 0) {
-      const int error = errno;
-      release();
-      throw CaptureFailed{error};
-    }
+CapturedOutput::CapturedOutput() {
+  std::fflush(stdout);
+  saved_ = dup(STDOUT_FILENO);
+  file_ = saved_ >= 0 ? std::tmpfile() : nullptr;
+  if (file_ == nullptr || dup2(fileno(file_), STDOUT_FILENO) < 0) {
+    const int error = errno;
+    release();
+    throw CaptureFailed{error};
   }
-  ~CapturedOutput() { release(); }
-  CapturedOutput(const CapturedOutput&) = delete;
-  CapturedOutput& operator=(const CapturedOutput&) = delete;
+}
 
-  std::string finish() {
-    std::fflush(stdout);
-    dup2(saved_, STDOUT_FILENO);
-    std::string text;
-    std::rewind(file_);
-    char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file_)) > 0;)
-      text.append(buffer, n);
-    return text;
+CapturedOutput::~CapturedOutput() { release(); }
+
+std::string CapturedOutput::written() const {
+  // pread leaves the offset alone, which the file shares with standard output.
+  struct stat status {};
+  fstat(fileno(file_), &status);
+  std::string text(static_cast<std::size_t>(status.st_size), '\0');
+  if (pread(fileno(file_), text.data(), text.size(), 0) != static_cast<ssize_t>(text.size())) {
+    text.clear();
   }
+  return text;
+}
 
- private:
-  void release() {
-    if (file_ != nullptr) std::fclose(file_);
-    if (saved_ >= 0) close(saved_);
-  }
+std::string CapturedOutput::finish() {
+  std::fflush(stdout);
+  dup2(saved_, STDOUT_FILENO);
+  return written();
+}
 
-  int saved_ = -1;
-  std::FILE* file_ = nullptr;
-};
-
-}  // namespace
+void CapturedOutput::release() {
+  if (file_ != nullptr) std::fclose(file_);
+  if (saved_ >= 0) close(saved_);
+}
 
 LibraryAnswer askLibrary(const std::vector<std::string>& words) {
   // The library blanks the strings it is given, so it gets copies.

@@ -1,17 +1,13 @@
 // Whether dash and bash read a command line the library built as exactly the words it
-// meant. The library joins values as they are and puts double quotes around a value that
-// holds a blank, so a value can carry shell syntax into the line.
+// meant; the check lives beside the launcher's own (launcher/shell_syntax.h).
 #ifndef TOVAK_TRANSLATE_SHELL_SAFETY_H
 #define TOVAK_TRANSLATE_SHELL_SAFETY_H
 
-#include <optional>
-#include <string_view>
+#include "shell_syntax.h"
 
 namespace translate {
 
-// The first byte that a shell would read as syntax rather than as part of a word, or
-// nullopt when the line is a plain list of words.
-std::optional<char> firstSyntaxByte(std::string_view commandLine);
+using launcher::firstSyntaxByte;
 
 }  // namespace translate
 

@@ -12,11 +12,6 @@
 #include "tovak/export.h"
 #include "tovak/parameters.h"
 
-namespace tovak {
-// The library's own translations from a shared index, a friend of each translator class.
-class OwnTranslators;
-}  // namespace tovak
-
 class TOVAK_API CommandBase {
  public:
   // The Parameters object is not owned and must outlive the translator.

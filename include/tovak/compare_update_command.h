@@ -21,10 +21,6 @@ class TOVAK_API CompareUpdateCommand : public CommandBase {
   std::string getMatchValueFromString(std::string value, std::string key);
 
  private:
-  // The library's own translation from a shared index; a friend adds no member and no
-  // exported name.
-  friend class tovak::OwnTranslators;
-
   std::string commandName;
 };
 

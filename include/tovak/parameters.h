@@ -17,10 +17,6 @@
 // long form and an empty string when the option has no short form.
 using SupportedParameterTable = std::vector<std::pair<std::string, std::string>>;
 
-namespace tovak {
-class OptionIndex;
-}  // namespace tovak
-
 class TOVAK_API Parameters {
  public:
   // Element 1 becomes the command word, elements 2 onward the option tokens; element 0 is
@@ -50,9 +46,6 @@ class TOVAK_API Parameters {
   bool checkSupportedParameters(SupportedParameterTable& table);
 
  private:
-  // The library's own index of the tokens; a friend adds no member and no exported name.
-  friend class tovak::OptionIndex;
-
   std::string command;
   std::vector<std::string> parameterList;
 };

@@ -13,11 +13,6 @@ class TOVAK_API QuenmarkCommand : public CommandBase {
 
   void addSupportedParameters() override;
   bool translateParameters() override;
-
- private:
-  // The library's own translation from a shared index; a friend adds no member and no
-  // exported name.
-  friend class tovak::OwnTranslators;
 };
 
 #endif  // TOVAK_QUENMARK_COMMAND_H

@@ -3,76 +3,58 @@
 #include <string>
 
 #include "commands/option_text.h"
-#include "commands/own_translators.h"
-#include "platform/console.h"
 
 AcquireCommand::AcquireCommand(Parameters* parameters) : CommandBase(parameters) {}
 
 AcquireCommand::~AcquireCommand() = default;
 
 void AcquireCommand::addSupportedParameters() {
-  supportedParameters.reserve(supportedParameters.size() + 15);
-  tovak::appendRow(supportedParameters, "-l", "--local");
-  tovak::appendRow(supportedParameters, "-m", "--machine-type");
-  tovak::appendRow(supportedParameters, "--meta-only", "");
-  tovak::appendRow(supportedParameters, "-o", "--os");
-  tovak::appendRow(supportedParameters, "-L", "--latest");
-  tovak::appendRow(supportedParameters, "-i", "--id");
-  tovak::appendRow(supportedParameters, "-r", "--report");
-  tovak::appendRow(supportedParameters, "--proxy-address", "");
-  tovak::appendRow(supportedParameters, "--proxy-user", "");
-  tovak::appendRow(supportedParameters, "--proxy-port", "");
-  tovak::appendRow(supportedParameters, "--proxy-password", "");
-  tovak::appendRow(supportedParameters, "--no-proxy", "");
-  tovak::appendRow(supportedParameters, "--xml", "");
-  tovak::appendRow(supportedParameters, "-u", "--unattended");
-  tovak::appendRow(supportedParameters, "--ignore-req", "");
+  supportedParameters.insert(
+      supportedParameters.end(),
+      {{"-l", "--local"}, {"-m", "--machine-type"}, {"--meta-only", ""}, {"-o", "--os"},
+       {"-L", "--latest"}, {"-i", "--id"}, {"-r", "--report"}, {"--proxy-address", ""},
+       {"--proxy-user", ""}, {"--proxy-port", ""}, {"--proxy-password", ""},
+       {"--no-proxy", ""}, {"--xml", ""}, {"-u", "--unattended"}, {"--ignore-req", ""}});
 }
 
 bool AcquireCommand::translateParameters() {
-  return tovak::OwnTranslators::translate(*this, tovak::OptionIndex(*parameters));
-}
-
-bool tovak::OwnTranslators::translate(AcquireCommand& command, const OptionIndex& index) {
-  std::string& commandLine = command.commandLine;
-  command.addCommand("update acquire");
-  if (!tovak::translateValued(commandLine, index, "-l", "--local", "--dir")) {
+  addCommand("update acquire");
+  if (!translateHasValueParameter("-l", "--local", "--dir")) {
     return false;
   }
-  // An explicit ID list overrides the machine filter and the request for the latest updates.
-  const bool byId = tovak::isSetInEitherForm(index, "-i", "--id");
+  // An explicit ID list overrides the machine filter and the request for the latest updates;
+  // a value on "-L" is refused all the same.
+  const bool byId = parameters->isSetParameter("-i", "--id");
   if (byId) {
-    tovak::appendOption(commandLine, "--scope", "individual");
-  } else if (!tovak::translateValued(commandLine, index, "-m", "--machine-type", "--mt") ||
-             !tovak::translateValued(commandLine, index, "-o", "--os", "--ostype")) {
+    addParameter("--scope", "individual");
+  } else if (!tovak::translateEach(*this, {{"-m", "--machine-type", "--mt", true},
+                                           {"-o", "--os", "--ostype", true}})) {
     return false;
   }
-  if (!tovak::translateFlag(commandLine, index, "--meta-only", "", "--metaonly")) {
+  if (!translateNoValueParameter("--meta-only", "", "--metaonly")) {
     return false;
   }
-  if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
-    if (!tovak::valueInEitherForm(index, "-L", "--latest").empty()) {
+  if (byId) {
+    if (!parameters->getParameterValue("-L", "--latest").empty()) {
       return tovak::refuseCarriedValue("-L", "--latest");
     }
-    if (!byId) {
-      tovak::appendOption(commandLine, "--scope", "latest");
-    }
-  }
-  if (!tovak::translateValued(commandLine, index, "-i", "--id", "--includeid") ||
-      !tovak::translateFlag(commandLine, index, "-r", "--report", "--report") ||
-      !tovak::translateFlag(commandLine, index, "--xml", "", "--xml") ||
-      !tovak::translateFlag(commandLine, index, "--ignore-req", "", "--noreq")) {
+  } else if (!translateNoValueParameter("-L", "--latest", "--scope latest")) {
     return false;
   }
-  if (!index.isSet("--proxy-address")) {
-    return tovak::checkNoCredentialsWithoutAddress(
-        index, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
+  if (!tovak::translateEach(*this, {{"-i", "--id", "--includeid", true},
+                                    {"-r", "--report", "--report", false},
+                                    {"--xml", "", "--xml", false},
+                                    {"--ignore-req", "", "--noreq", false}})) {
+    return false;
   }
-  std::string proxy =
-      tovak::credentialValue(index.valueOf("--proxy-user"), index.valueOf("--proxy-password"),
-                             index.valueOf("--proxy-address"));
-  proxy += ':';
-  proxy += index.valueOf("--proxy-port");
-  tovak::appendOption(commandLine, "--proxy", proxy);
+  if (!parameters->isSetParameter("--proxy-address", "")) {
+    return tovak::checkNoCredentialsWithoutAddress(
+        *parameters, "--proxy-address", {"--proxy-port", "--proxy-user", "--proxy-password"});
+  }
+  const std::string user = parameters->getParameterValue("--proxy-user", "");
+  const std::string password = parameters->getParameterValue("--proxy-password", "");
+  const std::string address = parameters->getParameterValue("--proxy-address", "");
+  const std::string port = parameters->getParameterValue("--proxy-port", "");
+  addParameter("--proxy", tovak::credentialValue(user, password, address) + ':' + port);
   return true;
 }

@@ -1,12 +1,24 @@
 #include "tovak/command_base.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "commands/option_text.h"
-#include "commands/own_translators.h"
-#include "parameters/option_index.h"
-#include "platform/console.h"
+
+namespace {
+
+// " name value", the value in double quotes when it holds a blank. Only a blank decides: the
+// shell gets the value as one word, and nothing is escaped.
+void appendOption(std::string& line, std::string_view name, std::string_view value) {
+  const bool quoted = value.find(' ') != std::string_view::npos;
+  line.append(1, ' ').append(name).append(1, ' ');
+  if (quoted) line += '"';
+  line += value;
+  if (quoted) line += '"';
+}
+
+}  // namespace
 
 CommandBase::CommandBase(Parameters* parameters) : parameters(parameters) {}
 
@@ -16,14 +28,10 @@ bool CommandBase::checkConflictParameters() { return true; }
 
 bool CommandBase::run() {
   addSupportedParameters();
-  // The same check as checkSupportedParameters(), on an index that the library's own
-  // translators then answer from: one pass over the tokens for the whole call.
-  tovak::OptionIndex index(*parameters);
-  if (!tovak::checkSupported(index, supportedParameters) || !checkConflictParameters() ||
-      !tovak::OwnTranslators::translateAny(*this, index)) {
+  if (!checkSupportedParameters() || !checkConflictParameters() || !translateParameters()) {
     return false;
   }
-  tovak::appendOption(commandLine, "--output", "/var/log/Zantor_Support/");
+  appendOption(commandLine, "--output", "/var/log/Zantor_Support/");
   return true;
 }
 
@@ -34,35 +42,40 @@ bool CommandBase::checkSupportedParameters() {
 std::string CommandBase::getCommandLine() { return commandLine; }
 
 void CommandBase::addCommand(std::string text) {
-  // Room for a usual translated line at once, so that appending the options does not move
-  // it from buffer to buffer.
+  // Room for a usual translated line at once, rather than a new buffer for every few options
+  // appended: the allocations of a call are budgeted (bench/costs.py).
   constexpr std::size_t kUsualLineSize = 256;
   commandLine = std::move(text);
   commandLine.reserve(kUsualLineSize);
 }
 
-void CommandBase::addParameter(std::string text) { tovak::appendWord(commandLine, text); }
+void CommandBase::addParameter(std::string text) { commandLine.append(1, ' ').append(text); }
 
 void CommandBase::addParameter(std::string name, std::string value) {
-  tovak::appendOption(commandLine, name, value);
+  appendOption(commandLine, name, value);
 }
 
-// A caller's names are checked as isSetParameter checks them, and a bad one leaves the
-// line as it is.
 bool CommandBase::translateNoValueParameter(std::string parameter1, std::string parameter2,
                                             std::string targetOption) {
-  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
+  if (!parameters->isSetParameter(parameter1, parameter2)) {
     return true;
   }
-  return tovak::translateFlag(commandLine, tovak::OptionIndex(*parameters), parameter1, parameter2,
-                              targetOption);
+  if (!parameters->getParameterValue(parameter1, parameter2).empty()) {
+    return tovak::refuseCarriedValue(parameter1, parameter2);
+  }
+  addParameter(targetOption);
+  return true;
 }
 
 bool CommandBase::translateHasValueParameter(std::string parameter1, std::string parameter2,
                                              std::string targetOption) {
-  if (!tovak::checkQueryNames(parameter1, parameter2, tovak::kSetQueryDashless)) {
+  if (!parameters->isSetParameter(parameter1, parameter2)) {
     return true;
   }
-  return tovak::translateValued(commandLine, tovak::OptionIndex(*parameters), parameter1,
-                                parameter2, targetOption);
+  const std::string value = parameters->getParameterValue(parameter1, parameter2);
+  if (value.empty()) {
+    return tovak::refuseEmptyValue(parameter1, parameter2);
+  }
+  addParameter(targetOption, value);
+  return true;
 }

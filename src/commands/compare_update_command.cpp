@@ -1,11 +1,10 @@
 #include "tovak/compare_update_command.h"
 
-#include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "commands/option_text.h"
-#include "commands/own_translators.h"
 #include "platform/console.h"
 
 namespace {
@@ -17,10 +16,31 @@ std::string_view matchValueIn(std::string_view value, std::string_view key) {
     return std::string_view();
   }
   const std::string_view rest = value.substr(found + key.size());
-  // Not find_first_of(), which calls memchr() on the two stop characters for every byte.
-  const auto end =
-      std::find_if(rest.begin(), rest.end(), [](char c) { return c == ' ' || c == ','; });
-  return rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
+  return rest.substr(0, rest.find_first_of(" ,"));
+}
+
+// "-e all" chooses the updates one by one, so "latest" means nothing next to it and is not
+// read; any other exclusion is translated, and "-L" after it.
+bool translateScope(CommandBase& command, Parameters& parameters) {
+  if (parameters.isSetParameter("-e", "--exclude") &&
+      parameters.getParameterValue("-e", "--exclude") == "all") {
+    command.addParameter("--scope", "individual");
+    return true;
+  }
+  if (!command.translateHasValueParameter("-e", "--exclude", "--excludeid ")) {
+    return false;
+  }
+  if (!parameters.isSetParameter("-L", "--latest")) {
+    return true;
+  }
+  // The value is printed, even an empty one, before it is refused.
+  const std::string latest = parameters.getParameterValue("-L", "--latest");
+  tovak::writeLine(latest);
+  if (!latest.empty()) {
+    return tovak::refuseCarriedValue("-L", "--latest");
+  }
+  command.addParameter("--scope", "latest");
+  return true;
 }
 
 }  // namespace
@@ -31,84 +51,53 @@ CompareUpdateCommand::CompareUpdateCommand(Parameters* parameters, std::string c
 CompareUpdateCommand::~CompareUpdateCommand() = default;
 
 void CompareUpdateCommand::addSupportedParameters() {
-  supportedParameters.reserve(supportedParameters.size() + 16);
-  tovak::appendRow(supportedParameters, "-F", "--firmware");
-  tovak::appendRow(supportedParameters, "-D", "--drivers");
-  tovak::appendRow(supportedParameters, "-f", "--force");
-  tovak::appendRow(supportedParameters, "-s", "--select");
-  tovak::appendRow(supportedParameters, "-l", "--local");
-  tovak::appendRow(supportedParameters, "-e", "--exclude");
-  tovak::appendRow(supportedParameters, "-i", "--include");
-  tovak::appendRow(supportedParameters, "-L", "--latest");
+  supportedParameters.insert(supportedParameters.end(),
+                             {{"-F", "--firmware"}, {"-D", "--drivers"}, {"-f", "--force"},
+                              {"-s", "--select"}, {"-l", "--local"}, {"-e", "--exclude"},
+                              {"-i", "--include"}, {"-L", "--latest"}});
   // Skipping the inventory scan only makes sense when something is flashed.
   if (commandName == "update") {
-    tovak::appendRow(supportedParameters, "--noinventory", "");
+    supportedParameters.emplace_back("--noinventory", "");
   }
-  tovak::appendRow(supportedParameters, "-o", "--linuxoverride");
-  tovak::appendRow(supportedParameters, "--vmware-esxi", "");
-  tovak::appendRow(supportedParameters, "--host", "");
-  tovak::appendRow(supportedParameters, "--update-args", "");
-  tovak::appendRow(supportedParameters, "-m", "--machine-type");
-  tovak::appendRow(supportedParameters, "-u", "--unattended");
-  tovak::appendRow(supportedParameters, "--xml", "");
+  supportedParameters.insert(supportedParameters.end(),
+                             {{"-o", "--linuxoverride"}, {"--vmware-esxi", ""}, {"--host", ""},
+                              {"--update-args", ""}, {"-m", "--machine-type"},
+                              {"-u", "--unattended"}, {"--xml", ""}});
 }
 
 bool CompareUpdateCommand::translateParameters() {
-  return tovak::OwnTranslators::translate(*this, tovak::OptionIndex(*parameters));
-}
-
-bool tovak::OwnTranslators::translate(CompareUpdateCommand& command, const OptionIndex& index) {
-  std::string& commandLine = command.commandLine;
-  command.addCommand(command.commandName == "compare" ? "update compare" : "update flash");
-  // "--type fw" appended as one text reads exactly like the name-value pair.
-  if (!tovak::translateFlag(commandLine, index, "-F", "--firmware", "--type fw") ||
-      !tovak::translateFlag(commandLine, index, "-D", "--drivers", "--type dd") ||
-      !tovak::translateValued(commandLine, index, "-f", "--force", "--forceid") ||
-      !tovak::translateValued(commandLine, index, "-o", "--linuxoverride", "--forceid") ||
-      !tovak::translateValued(commandLine, index, "-l", "--local", "--dir")) {
+  addCommand(commandName == "compare" ? "update compare" : "update flash");
+  if (!tovak::translateEach(*this, {{"-F", "--firmware", "--type fw", false},
+                                    {"-D", "--drivers", "--type dd", false},
+                                    {"-f", "--force", "--forceid", true},
+                                    {"-o", "--linuxoverride", "--forceid", true},
+                                    {"-l", "--local", "--dir", true}})) {
     return false;
   }
-  if (tovak::isSetInEitherForm(index, "-s", "--select")) {
+  if (parameters->isSetParameter("-s", "--select")) {
     tovak::writeLine(
         "Warning: The parameter -s or --select is not supported by fendix. It will be ignored!");
   }
-  const bool excludeAll = tovak::isSetInEitherForm(index, "-e", "--exclude") &&
-                          tovak::valueInEitherForm(index, "-e", "--exclude") == "all";
-  if (excludeAll) {
-    // Excluding everything leaves only the individually chosen updates; "latest" is moot.
-    tovak::appendOption(commandLine, "--scope", "individual");
-  } else {
-    if (!tovak::translateValued(commandLine, index, "-e", "--exclude", "--excludeid ")) {
-      return false;
-    }
-    if (tovak::isSetInEitherForm(index, "-L", "--latest")) {
-      const std::string latest(tovak::valueInEitherForm(index, "-L", "--latest"));
-      tovak::writeLine(latest);
-      if (!latest.empty()) {
-        return tovak::refuseCarriedValue("-L", "--latest");
-      }
-      tovak::appendOption(commandLine, "--scope", "latest");
-    }
-  }
-  if (!tovak::translateValued(commandLine, index, "-i", "--include", "--includeid ") ||
-      !tovak::translateFlag(commandLine, index, "--noinventory", "", "--noscan ") ||
-      !tovak::translateValued(commandLine, index, "--vmware-esxi", "", "--esxi") ||
-      !tovak::translateValued(commandLine, index, "-m", "--machine-type", "--mt") ||
-      !tovak::translateFlag(commandLine, index, "--xml", "", "--xml")) {
+  if (!translateScope(*this, *parameters) ||
+      !tovak::translateEach(*this, {{"-i", "--include", "--includeid ", true},
+                                    {"--noinventory", "", "--noscan ", false},
+                                    {"--vmware-esxi", "", "--esxi", true},
+                                    {"-m", "--machine-type", "--mt", true},
+                                    {"--xml", "", "--xml", false}})) {
     return false;
   }
-  const std::string_view host = index.valueOf("--host");
-  const std::string_view updateArgs = index.valueOf("--update-args");
+  const std::string host = parameters->getParameterValue("--host", "");
+  const std::string updateArgs = parameters->getParameterValue("--update-args", "");
   const std::string_view user = matchValueIn(updateArgs, "--user=");
   const std::string_view password = matchValueIn(updateArgs, "--password=");
   // A user without a password (or the reverse) cannot log in; the host alone is used.
-  if (!host.empty() && !user.empty() && !password.empty()) {
-    tovak::appendOption(commandLine, "--vek", tovak::credentialValue(user, password, host));
-  } else if (!host.empty()) {
-    tovak::appendOption(commandLine, "--vek", host);
+  if (!host.empty()) {
+    addParameter("--vek", !user.empty() && !password.empty()
+                              ? tovak::credentialValue(user, password, host)
+                              : host);
   }
-  if (updateArgs.find("--backup") != std::string_view::npos) {
-    tovak::appendWord(commandLine, "--backup");
+  if (updateArgs.find("--backup") != std::string::npos) {
+    addParameter("--backup");
   }
   return true;
 }

@@ -25,7 +25,9 @@ class ArgumentCopy {
   void blankOriginals() const;
 
  private:
-  // A launcher's usual vector fits here; a longer one gets a table sized from argc.
+  // A launcher's usual vector fits here, with no allocation beyond the copies themselves (the
+  // allocations of a call are budgeted: bench/costs.py); a longer one gets a table sized from
+  // argc.
   static constexpr int kInlineCount = 50;
 
   char** originals_;

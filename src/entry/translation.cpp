@@ -39,6 +39,27 @@ std::unique_ptr<CommandBase> createTranslator(const std::string& word, Parameter
   return nullptr;
 }
 
+namespace {
+
+// The table is protected; a pointer to the member, taken through a derived class, reads it.
+struct TableReader : CommandBase {
+  static const SupportedParameterTable& rowsOf(const CommandBase& command) {
+    return command.*(&TableReader::supportedParameters);
+  }
+};
+
+}  // namespace
+
+SupportedParameterTable optionTableOf(const std::string& word) {
+  // Filling the table reads nothing of a line, so the translator is given none.
+  const std::unique_ptr<CommandBase> translator = createTranslator(word, nullptr);
+  if (translator == nullptr) {
+    return SupportedParameterTable();
+  }
+  translator->addSupportedParameters();
+  return TableReader::rowsOf(*translator);
+}
+
 Translation translateArguments(int argc, char** argv) {
   const ArgumentCopy copy(argc, argv);
   copy.blankOriginals();

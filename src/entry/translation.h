@@ -37,6 +37,10 @@ extern const std::array<CommandWord, 4> kCommandWords;
 // unknown word. Matched exactly and case-sensitively.
 std::unique_ptr<CommandBase> createTranslator(const std::string& word, Parameters* parameters);
 
+// The option table of the translator that a command word selects, as run() fills it; empty
+// for an unknown word. The manual pages and the completion are generated from it.
+SupportedParameterTable optionTableOf(const std::string& word);
+
 // Copies argv, blanks the caller's argv[1..argc-1] and translates the copies.
 Translation translateArguments(int argc, char** argv);
 

@@ -7,13 +7,14 @@
 //                                       whether standard output's error indicator stayed set
 //   host fail <n> <words>               "line" through the launcher's call, the n-th allocation
 //                                       of the call failing
+//   host syntax <texts>                 for each text, the first byte the shell reads as syntax
+//                                       in a library's line and in the launcher's directory
 //   host interface <statuses>           class layouts, vectors with missing strings, exec, and
 //                                       the launcher's exit codes for the statuses
 // system() is replaced by one that runs nothing, names the command on standard error and
-// gives the status in HOST_SYSTEM_STATUS (0 when unset), so that a line prints what dll_main
-// prints and launches nothing. After the call one NUL byte
-// goes straight to the descriptor: what stands before it was flushed during the call, what
-// follows was left in the buffers.
+// gives status 0, so that a line prints what dll_main prints and launches nothing. After the
+// call one NUL byte goes straight to the descriptor: what stands before it was flushed during
+// the call, what follows was left in the buffers.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -27,12 +28,12 @@
 #include <vector>
 
 #include "exit_code.h"
+#include "shell_syntax.h"
 #include "tovak/tovak.h"
 
 extern "C" int system(const char* command) {
   std::fprintf(stderr, "ran: %s\n", command);
-  const char* status = std::getenv("HOST_SYSTEM_STATUS");
-  return status != nullptr ? std::atoi(status) : 0;
+  return 0;
 }
 
 namespace {
@@ -108,13 +109,14 @@ void checkLayouts(char** vector) {  // "t qk -s"
       fieldAt<std::string>(&compare, offsetof(CommandLayout, commandName)) == "compare" &&
       fieldAt<int>(&test, offsetof(TestLayout, argc)) == 7 &&
       fieldAt<char**>(&test, offsetof(TestLayout, argv)) == vector;
-  std::printf(
-      "sizes %d, fields %d, slots %zu %zu %zu\n",
-      sizeof parameters == sizeof(ParametersLayout) && sizeof compare == sizeof(CommandLayout) &&
-          sizeof test == sizeof(TestLayout) && sizeof(CommandBase) == base &&
-          sizeof(AcquireCommand) == base && sizeof quenmark == base,
-      fields, slotOf(&CommandBase::addSupportedParameters),
-      slotOf(&CommandBase::checkConflictParameters), slotOf(&CommandBase::translateParameters));
+  std::printf("sizes: %d\n", sizeof parameters == sizeof(ParametersLayout) &&
+                                sizeof compare == sizeof(CommandLayout) &&
+                                sizeof test == sizeof(TestLayout) && sizeof(CommandBase) == base &&
+                                sizeof(AcquireCommand) == base && sizeof quenmark == base);
+  std::printf("fields: %d\n", fields);
+  std::printf("virtual slots: %zu %zu %zu\n", slotOf(&CommandBase::addSupportedParameters),
+              slotOf(&CommandBase::checkConflictParameters),
+              slotOf(&CommandBase::translateParameters));
 }
 
 // A caller's class derived from one of the library's translators: run() must take its
@@ -124,6 +126,7 @@ struct OwnScan : QuenmarkCommand {
   bool translateParameters() override { return addCommand("own"), true; }
 };
 
+// Each fact on a line of its own, "label: value", after whatever the library printed for it.
 void checkInterface(char** statuses) {
   char program[] = "t", dash[] = "-x";
   char* strings[] = {program, nullptr, dash, nullptr};
@@ -132,48 +135,48 @@ void checkInterface(char** statuses) {
   checkLayouts(pointers);
   Parameters scan(3, pointers);  // a caller's own use of the translate operations
   QuenmarkCommand command(&scan);
-  const bool flag = command.translateNoValueParameter("-s", "--scan", "flag");
-  const bool empty = command.translateHasValueParameter("--x", "-s", "v");
-  const bool dashless = command.translateHasValueParameter("-s", "s", "v");
-  const bool dashless2 = command.translateNoValueParameter("-s", "s", "w");
+  std::printf("flag: %d\n", command.translateNoValueParameter("-s", "--scan", "flag"));
+  std::printf("valued, no value: %d\n", command.translateHasValueParameter("--x", "-s", "v"));
+  std::printf("valued, dashless: %d\n", command.translateHasValueParameter("-s", "s", "v"));
+  std::printf("flag, dashless: %d\n", command.translateNoValueParameter("-s", "s", "w"));
   command.addParameter("word");
   command.addParameter("--pair", "a b");
   OwnScan derived(&scan);
   command.addParameter(derived.run() ? derived.getCommandLine() : "not run");
+  Parameters none(0, nullptr);
+  command.addParameter(CompareUpdateCommand(&none, "update")
+                           .getMatchValueFromString("--user=u,--password=p", "--password="));
+  std::printf("built: %s\n", command.getCommandLine().c_str());
   // The steps of run() called one by one, as a caller may.
   CompareUpdateCommand compare(&scan, "compare");
   AcquireCommand acquire(&scan);
   QuenmarkCommand quenmark(&scan);
   compare.addSupportedParameters();
   acquire.addSupportedParameters();
-  const bool steps[] = {compare.checkSupportedParameters(), acquire.checkSupportedParameters(),
-                        compare.translateParameters(), acquire.translateParameters(),
-                        quenmark.translateParameters()};
-  std::printf("steps %d%d%d%d%d %s, %s, %s\n", steps[0], steps[1], steps[2], steps[3], steps[4],
-              compare.getCommandLine().c_str(), acquire.getCommandLine().c_str(),
-              quenmark.getCommandLine().c_str());
-  Parameters none(0, nullptr);
-  command.addParameter(CompareUpdateCommand(&none, "update")
-                           .getMatchValueFromString("--user=u,--password=p", "--password="));
-  std::printf("translated %d%d%d%d:%s\n", flag, empty, dashless, dashless2,
-              command.getCommandLine().c_str());
-  std::printf("holes: '%s' %d '%s'\n", Parameters(4, strings).getCommand().c_str(),
-              Parameters(4, strings).isSetParameter("-x", ""),
-              Parameters(3, nullptr).getCommand().c_str());
-  const int missingVector = dll_main(2, nullptr);
-  std::printf("%d %d\n", missingVector, dll_main(3, strings));
+  std::printf("compare supports: %d\n", compare.checkSupportedParameters());
+  std::printf("\nacquire supports: %d\n", acquire.checkSupportedParameters());
+  std::printf("compare translates: %d\n", compare.translateParameters());
+  std::printf("acquire translates: %d\n", acquire.translateParameters());
+  std::printf("quenmark translates: %d\n", quenmark.translateParameters());
+  std::printf("lines: %s, %s, %s\n", compare.getCommandLine().c_str(),
+              acquire.getCommandLine().c_str(), quenmark.getCommandLine().c_str());
+  std::printf("missing strings: '%s' %d\n", Parameters(4, strings).getCommand().c_str(),
+              Parameters(4, strings).isSetParameter("-x", ""));
+  std::printf("missing vector: '%s'\n", Parameters(3, nullptr).getCommand().c_str());
+  std::printf("dll_main, missing vector: %d\n", dll_main(2, nullptr));
+  std::printf("dll_main, missing strings: %d\n", dll_main(3, strings));
   Test(2, nullptr).printCommandAndParamaters();
-  Test(2, nullptr).testParameters();
-  std::printf("%d %s %s\n", exec(""), GetCurProcessPath().c_str(), GetSysTempPath().c_str());
+  std::printf("exec: %d\n", exec(""));
+  std::printf("paths: %s %s\n", GetCurProcessPath().c_str(), GetSysTempPath().c_str());
   std::printf("modules: %s %s '%s'\n", GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str(),
               GetModulePathLin(reinterpret_cast<void*>(&::getenv)).c_str(),
               GetModulePathLin(nullptr).c_str());
-  const int thrown = launcher::exitCodeOfCall(
-      [](int, char**) -> int { throw std::runtime_error("thrown"); }, 0, nullptr);
-  std::printf("%d %d\n", thrown,
-              launcher::exitCodeOfCall([](int, char**) -> int { throw 0; }, 0, nullptr));
+  const auto throwing = [](int, char**) -> int { throw std::runtime_error("thrown"); };
+  std::printf("exception: %d\n", launcher::exitCodeOfCall(throwing, 0, nullptr));
+  const auto throwingInt = [](int, char**) -> int { throw 0; };
+  std::printf("unknown exception: %d\n", launcher::exitCodeOfCall(throwingInt, 0, nullptr));
   for (; *statuses != nullptr; ++statuses) {
-    std::printf("%d ", launcher::exitCodeFor(std::atoi(*statuses)));
+    std::printf("exit code for %s: %d\n", *statuses, launcher::exitCodeFor(std::atoi(*statuses)));
   }
 }
 
@@ -220,6 +223,11 @@ int main(int argc, char** argv) {
                 GetModulePathLin(reinterpret_cast<void*>(&ask)).c_str());
   }
   if (how == "interface") checkInterface(argv + 2);
+  for (int i = 2; how == "syntax" && i < argc; ++i) {
+    const std::optional<char> inLine = launcher::firstSyntaxByte(argv[i]);
+    const std::optional<unsigned char> inPath = launcher::firstShellSyntaxByte(argv[i]);
+    std::printf("%x %x\n", inLine ? static_cast<unsigned char>(*inLine) : 0, inPath ? *inPath : 0);
+  }
   if (how == "full") std::fprintf(stderr, "error indicator: %d\n", std::ferror(stdout) != 0);
   if (write(STDOUT_FILENO, "", 1) != 1) return 99;
   // The caller's strings after the first: blanks now, each as long as before.

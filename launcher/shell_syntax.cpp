@@ -1,8 +1,8 @@
-#include "shell_safety.h"
+#include "shell_syntax.h"
 
 #include <cstring>
 
-namespace translate {
+namespace launcher {
 namespace {
 
 // Inside double quotes only these still act.
@@ -14,6 +14,18 @@ bool actsUnquoted(char c, bool wordStart) {
 }
 
 }  // namespace
+
+std::optional<unsigned char> firstShellSyntaxByte(const std::string& path) {
+  for (const char c : path) {
+    const unsigned char byte = static_cast<unsigned char>(c);
+    const bool alphanumeric = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+                              (byte >= '0' && byte <= '9');
+    if (!alphanumeric && std::strchr("/._-+,:@%=", byte) == nullptr) {
+      return byte;
+    }
+  }
+  return std::nullopt;
+}
 
 std::optional<char> firstSyntaxByte(std::string_view commandLine) {
   bool wordStart = true;
@@ -37,4 +49,4 @@ std::optional<char> firstSyntaxByte(std::string_view commandLine) {
   return std::nullopt;
 }
 
-}  // namespace translate
+}  // namespace launcher
