@@ -121,7 +121,8 @@ std::string withPasswordsMasked(std::string_view word) {
   for (std::size_t at = masked.find(kKey); at != std::string::npos; at = masked.find(kKey, at)) {
     at += kKey.size();
     const std::string_view before = std::string_view(masked).substr(0, at);
-    const bool ownOption = endsWith(before, "--proxy-password=") || endsWith(before, "--vq-password=");
+    const bool ownOption =
+        endsWith(before, "--proxy-password=") || endsWith(before, "--vq-password=");
     const bool wholeWord = before == "--proxy-password=" || before == "--vq-password=";
     const std::size_t end =
         wholeWord ? masked.size() : std::min(masked.find_first_of(ownOption ? " " : " ,", at),
