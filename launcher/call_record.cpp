@@ -246,9 +246,9 @@ void send(const std::string& record) {
 }  // namespace
 
 void recordCall(int argc, char** argv) {
-  const char* off = std::getenv(kNoRecordVariable);
   struct stat log {};
-  if ((off != nullptr && *off != '\0') || stat(kLogSocket, &log) != 0 || !S_ISSOCK(log.st_mode)) {
+  if (std::getenv(kNoRecordVariable) != nullptr || stat(kLogSocket, &log) != 0 ||
+      !S_ISSOCK(log.st_mode)) {
     return;
   }
   try {

@@ -7,7 +7,7 @@
 
 namespace launcher {
 
-// Set and not empty, it switches the record off: for test suites and benchmarks.
+// Set, to any value, it switches the record off: for test suites and benchmarks.
 constexpr char kNoRecordVariable[] = "TOVAK_NO_SYSLOG";
 
 // Sends the record of this call to /dev/log, without blocking, when a socket is there.
