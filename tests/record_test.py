@@ -23,16 +23,14 @@ def expect(label, actual, wanted):
 # What a call in the namespace with the socket at printed and returned, and the fields of its
 # records, whose head must be as syslog wants it.
 def call(command, env={}, at="log"):
-    with subprocess.Popen(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", TOP, at, *command],
-                          env={**ENV, **env}, cwd=WORK, stdout=-1, stderr=-1) as run:
-        done = (*run.communicate(timeout=30), run.wait())
+    done = subprocess.run(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", TOP, at, *command],
+                          env={**ENV, **env}, cwd=WORK, capture_output=True, timeout=30)
     records = []
     while select.select([LOG], [], [], 0)[0]:
         record = LOG.recv(4096)
-        head = HEAD.fullmatch(record)
-        found = re.findall(rb'(\w+)=(?:"((?:[^"\\]|\\.)*)"?|(\S+))', head[1])
+        found = re.findall(rb'(\w+)=(?:"((?:[^"\\]|\\.)*)"?|(\S+))', HEAD.fullmatch(record)[1])
         records.append({"size": len(record), **{k.decode(): q or b for k, q, b in found}})
-    return done, records
+    return (done.returncode, done.stdout, done.stderr), records
 
 
 if subprocess.run(["unshare", "-rm", "true"], capture_output=True).returncode != 0:
