@@ -36,8 +36,7 @@ def call(command, env={}, at="log"):
 if subprocess.run(["unshare", "-rm", "true"], capture_output=True).returncode != 0:
     sys.exit(print("skipped: this machine gives no private mount namespace") or 77)
 TOP = tempfile.mkdtemp(prefix="tovak-record-")
-WORK = TOP + "/a dir\nwith a newline"
-os.makedirs(WORK)
+WORK = tempfile.mkdtemp(prefix="a dir\nwith a newline ", dir=TOP)
 LOG, FULL = (socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) for _ in range(2))
 LOG.bind(TOP + "/log")
 FULL.bind(TOP + "/full")  # never read
@@ -76,8 +75,7 @@ for label, command, env, wanted in (
               rb'\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82'}),
     ("script", ["sh", TOP + "/nightly.sh", "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"sh {TOP}/nightly.sh --password=***,y a--vq-password=*** u".encode()}),
-    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": "al\"ice"},
-     {"caller": ME, "sudo_user": b'al\\"ice'}),
+    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": '"'}, {"caller": ME, "sudo_user": b'\\"'}),
     ("sh -c", ["sh", "-o", "errexit", "-c", f"{TOVAK} co; true"], {}, {"caller": ME}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
