@@ -75,7 +75,7 @@ for label, command, env, wanted in (
               rb'\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82'}),
     ("script", ["sh", TOP + "/nightly.sh", "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"sh {TOP}/nightly.sh --password=***,y a--vq-password=*** u".encode()}),
-    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": '"'}, {"caller": ME, "sudo_user": b'\\"'}),
+    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": "u"}, {"caller": ME, "sudo_user": b"u"}),
     ("sh -c", ["sh", "-o", "errexit", "-c", f"{TOVAK} co; true"], {}, {"caller": ME}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
