@@ -68,14 +68,14 @@ for label, command, env, wanted in (
                    "--update-args=--user=u,--password=pw,--b --password=p q"], {},
      {"line": b"ac --proxy-password=*** --vq-password=*** "
               b"--update-args=--user=u,--password=***,--b --password=*** q"}),
-    ("escaped", [TOVAK, "co", b"-\n\x1b\x1f\x7f\t\"\\\xff\x80\xc3(\xc0\xaf\xc1\xbf\xe0\x9f\xbf"
-                 + UTF8 +
-                 b"\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82"], {},
-     {"line": rb'co -\n\x1b\x1f\x7f\x09\"\\\xff\x80\xc3(\xc0\xaf\xc1\xbf\xe0\x9f\xbf' + UTF8 +
-              rb'\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82'}),
+    ("escaped", [TOVAK, "co", b"-" + UTF8 + b"\n\x1b\x1f\x7f\t\"\\\xff\x80\xc3(\xc0\xaf\xc1\xbf"
+                 b"\xe0\x9f\xbf\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82"], {},
+     {"line": b"co -" + UTF8 + rb'\n\x1b\x1f\x7f\x09\"\\\xff\x80\xc3(\xc0\xaf\xc1\xbf'
+              rb'\xe0\x9f\xbf\xed\xa0\x80\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\xe2\x82'}),
     ("script", ["sh", TOP + "/nightly.sh", "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"sh {TOP}/nightly.sh --password=***,y a--vq-password=*** u".encode()}),
-    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": "u"}, {"caller": ME, "sudo_user": b"u"}),
+    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": "u"},
+     {"caller": ME, "sudo_user": b"u"}),
     ("sh -c", ["sh", "-o", "errexit", "-c", f"{TOVAK} co; true"], {}, {"caller": ME}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
