@@ -6,10 +6,12 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,11 +44,9 @@ bool endsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-bool isOneOf(std::string_view name, const std::string_view* begin, const std::string_view* end) {
-  for (; begin != end; ++begin) {
-    if (*begin == name) return true;
-  }
-  return false;
+template <std::size_t N>
+bool isOneOf(std::string_view name, const std::string_view (&names)[N]) {
+  return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
 // The start of a small /proc file, empty when it cannot be read.
@@ -101,8 +101,7 @@ bool isWrapper(const std::vector<std::string>& words) {
   if (words.empty()) return false;
   std::string_view name = words[0];
   name.remove_prefix(name.rfind('/') + 1);
-  return isOneOf(name, std::begin(kWrappers), std::end(kWrappers)) ||
-         (isOneOf(name, std::begin(kShells), std::end(kShells)) && runsItsArgument(words));
+  return isOneOf(name, kWrappers) || (isOneOf(name, kShells) && runsItsArgument(words));
 }
 
 // The nearest ancestor that is not a wrapper.
