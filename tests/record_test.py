@@ -47,9 +47,8 @@ while select.select([], [filler], [], 0)[1]:  # until FULL is full
 
 # Every line lines.txt gives the launcher, accepted or refused: one record of it, and the
 # same call without a socket; a typical one also with a full socket.
-for line in open(LINES, encoding="utf-8"):
-    if not (case := re.match(r"([^#:][^:]*): (.*?) => (?!ask |self-test )", line)):
-        continue
+CASE = re.compile(r"([^#:][^:]*): (.*?) => (?!ask |self-test )")
+for case in filter(None, map(CASE.match, open(LINES, encoding="utf-8"))):
     words = shlex.split(case[2])
     done, records = call([TOVAK, *words])
     expect(case[1], [r["line"].startswith(" ".join(words[:1]).encode()) for r in records], [True])
@@ -58,25 +57,28 @@ for line in open(LINES, encoding="utf-8"):
 
 ME = b" ".join(open("/proc/self/cmdline", "rb").read().split(b"\0")[:-1])
 open(TOP + "/nightly.sh", "w").write(f"#!/bin/sh\n{TOVAK} co -F\nexit $?\n")
-os.symlink(shutil.which("timeout"), TOP + "/sudo")  # forks, as sudo does
+# Every wrapper, each a program that forks as sudo does, and every shell with -c, in one chain.
+WRAPPERS = "sudo env nice nohup timeout ionice chrt taskset flock setsid stdbuf time".split()
+SHELLS = "sh dash bash ksh mksh zsh ash".split()
+for name in WRAPPERS + SHELLS:
+    os.symlink(shutil.which("timeout") if name in WRAPPERS else "/bin/sh", f"{TOP}/{name}")
+CHAIN = [w for name in WRAPPERS for w in (f"{TOP}/{name}", "9")] + [w for name in SHELLS for w in (
+    f"{TOP}/{name}", "-o", "errexit", "-c", '"$@"; true', "x")]
 UTF8 = "\u0080\u07ff\u0800\ud7ff\uffff\U00010000\U0010ffff ~".encode()  # each bound
 # label, command, environment, the fields wanted (None: no record)
 for label, command, env, wanted in (
-    ("direct", [TOVAK, "co"], {}, {"caller": ME, "uid": b"0", "sudo_user": None,
-                                   "cwd": WORK.replace("\n", "\\n").encode(), "line": b"co"}),
+    ("wrappers", [*CHAIN, TOVAK, "co"], {"SUDO_USER": "u"}, {"caller": ME, "uid": b"0",
+     "sudo_user": b"u", "cwd": WORK.replace("\n", "\\n").encode(), "line": b"co"}),
     ("passwords", [TOVAK, "ac", "--proxy-password=p,q r", "--vq-password=p",
                    "--update-args=--user=u,--password=pw,--b --password=p q"], {},
      {"line": b"ac --proxy-password=*** --vq-password=*** "
-              b"--update-args=--user=u,--password=***,--b --password=*** q"}),
+              b"--update-args=--user=u,--password=***,--b --password=*** q", "sudo_user": None}),
     ("escaped", [TOVAK, "co", b"-" + UTF8 + b'\n\x1b\x1f\x7f"\\\xc1\xbf\xe0\x9f\xbf\xed\xa0\x80'
                  b"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"], {},
      {"line": b"co -" + UTF8 + rb'\n\x1b\x1f\x7f\"\\\xc1\xbf\xe0\x9f\xbf\xed\xa0\x80'
               rb"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"}),
     ("script", ["sh", TOP + "/nightly.sh", "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"sh {TOP}/nightly.sh --password=***,y a--vq-password=*** u".encode()}),
-    ("sudo", [TOP + "/sudo", "9", TOVAK, "co"], {"SUDO_USER": "u"},
-     {"caller": ME, "sudo_user": b"u"}),
-    ("sh -c", ["sh", "-o", "errexit", "-c", f"{TOVAK} co; true"], {}, {"caller": ME}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
 ):
@@ -84,8 +86,8 @@ for label, command, env, wanted in (
     expect(label, [{k: r.get(k) for k in wanted or ()} for r in records], [wanted][:bool(wanted)])
 
 # Cut at 2,048 bytes after a whole character or escape, at each offset in their cycle.
-base = call([TOVAK, "co", "-"])[1][0]["size"]
-whole = call([TOVAK, "co", "-" + "x" * (2048 - base)])[1][0]
+size = call([TOVAK, "co", "-"])[1][0]["size"]
+whole = call([TOVAK, "co", "-" + "x" * (2048 - size)])[1][0]
 expect("2,048 bytes", (whole["size"], whole["line"][-2:]), (2048, b"xx"))
 for offset in range(7):
     record = call([TOVAK, "co", "-" + "x" * offset + "\u00e9\x1b" * 700])[1][0]
