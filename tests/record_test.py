@@ -49,8 +49,7 @@ while select.select([], [filler], [], 0)[1]:  # until FULL is full
 # same call without a socket; a typical one also with a full socket.
 CASE = re.compile(r"([^#:][^:]*): (.*?) => (?!ask |self-test )")
 for case in filter(None, map(CASE.match, open(LINES, encoding="utf-8"))):
-    words = shlex.split(case[2])
-    done, records = call([TOVAK, *words])
+    done, records = call([TOVAK, *(words := shlex.split(case[2]))])
     expect(case[1], [r["line"].startswith(" ".join(words[:1]).encode()) for r in records], [True])
     for at in ("none", "full") if case[1].startswith("typical") else ("none",):
         expect(f"{case[1]}, socket {at}", call([TOVAK, *words], at=at)[0], done)
