@@ -23,8 +23,7 @@ constexpr char kLogSocket[] = "/dev/log";
 // What the traditional syslog daemons take whole.
 constexpr std::size_t kRecordLimit = 2048;
 constexpr std::string_view kCutMarker = "[cut]";
-// Enough of a caller's command line for a record.
-constexpr std::size_t kReadLimit = 2 * kRecordLimit;
+// Only a cycle, which the reuse of process ids could make, is ever this long.
 constexpr int kMaxAncestors = 64;
 
 // Programs that only run the command they are given; the caller is above them. A shell
@@ -36,8 +35,8 @@ constexpr std::string_view kShells[] = {"sh", "dash", "bash", "ksh", "mksh", "zs
 
 struct Process {
   std::vector<std::string> words;
-  long parent = -1;
-  long uid = -1;
+  long parent;
+  long uid;
 };
 
 bool endsWith(std::string_view text, std::string_view end) {
@@ -49,16 +48,15 @@ bool isOneOf(std::string_view name, const std::string_view (&names)[N]) {
   return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
-// The start of a small /proc file, empty when it cannot be read.
-std::string readStart(const std::string& path) {
+// The whole of a /proc file, empty when it cannot be read.
+std::string contentsOf(const std::string& path) {
   std::string text;
   const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return text;
   char buffer[4096];
-  for (ssize_t got; text.size() < kReadLimit && (got = read(fd, buffer, sizeof buffer)) > 0;) {
+  for (ssize_t got; (got = read(fd, buffer, sizeof buffer)) > 0;) {
     text.append(buffer, static_cast<std::size_t>(got));
   }
-  close(fd);
+  close(fd);  // -1 when the open failed: read and close refuse it, harmlessly
   return text;
 }
 
@@ -70,18 +68,16 @@ long numberAfter(const std::string& status, const char* key) {
 }
 
 Process processOf(long pid) {
-  Process process;
   const std::string directory = "/proc/" + std::to_string(pid) + "/";
-  const std::string commandLine = readStart(directory + "cmdline");
+  const std::string commandLine = contentsOf(directory + "cmdline");
+  std::vector<std::string> words;
   for (std::size_t start = 0; start < commandLine.size();) {
     const std::size_t end = std::min(commandLine.find('\0', start), commandLine.size());
-    process.words.push_back(commandLine.substr(start, end - start));
+    words.push_back(commandLine.substr(start, end - start));
     start = end + 1;
   }
-  const std::string status = readStart(directory + "status");
-  process.parent = numberAfter(status, "\nPPid:");
-  process.uid = numberAfter(status, "\nUid:");
-  return process;
+  const std::string status = contentsOf(directory + "status");
+  return {words, numberAfter(status, "\nPPid:"), numberAfter(status, "\nUid:")};
 }
 
 // Whether a shell's options, before its first operand, hold -c ("-ec" and "-o name -c"
@@ -89,10 +85,10 @@ Process processOf(long pid) {
 bool runsItsArgument(const std::vector<std::string>& words) {
   for (std::size_t i = 1; i < words.size(); ++i) {
     const std::string& word = words[i];
-    if (word.size() < 2 || (word[0] != '-' && word[0] != '+') || word == "--") return false;
+    if (word[0] != '-') return false;  // the first operand (or an empty word)
     if (word[1] == '-') continue;
-    if (word[0] == '-' && word.find('c') != std::string::npos) return true;
-    if (word.back() == 'o' || word.back() == 'O') ++i;
+    if (word.find('c') != std::string::npos) return true;
+    if (word.back() == 'o') ++i;  // -o takes the next word
   }
   return false;
 }
@@ -104,11 +100,11 @@ bool isWrapper(const std::vector<std::string>& words) {
   return isOneOf(name, kWrappers) || (isOneOf(name, kShells) && runsItsArgument(words));
 }
 
-// The nearest ancestor that is not a wrapper.
+// The nearest ancestor that is not a wrapper; one that cannot be read (a parent of 0,
+// outside this process's namespace) ends the search with no words.
 Process caller() {
   Process process = processOf(getppid());
-  for (int depth = 0; depth < kMaxAncestors && isWrapper(process.words) && process.parent > 0;
-       ++depth) {
+  for (int depth = 0; depth < kMaxAncestors && isWrapper(process.words); ++depth) {
     process = processOf(process.parent);
   }
   return process;
@@ -230,10 +226,10 @@ std::string recordOf(int argc, char** argv) {
   return record;
 }
 
-// One datagram, never waiting for a daemon that does not read; a failure is dropped.
+// One datagram, never waiting for a daemon that does not read; a failure, of the socket too
+// (-1, which sendto and close refuse), is dropped.
 void send(const std::string& record) {
   const int fd = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (fd < 0) return;
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   std::memcpy(address.sun_path, kLogSocket, sizeof kLogSocket);

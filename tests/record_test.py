@@ -55,12 +55,12 @@ for case in filter(None, map(CASE.match, open(LINES, encoding="utf-8"))):
         expect(f"{case[1]}, socket {at}", call([TOVAK, *words], at=at)[0], done)
 
 ME = b" ".join(open("/proc/self/cmdline", "rb").read().split(b"\0")[:-1])
-open(TOP + "/nightly.sh", "w").write(f"#!/bin/sh\n{TOVAK} co -F\nexit $?\n")
+open(SCRIPT := TOP + "/nightly.sh", "w").write(f"#!/bin/sh\n{TOVAK} co -F\nexit $?\n")
 # Every wrapper, each a program that forks as sudo does, and every shell with -c, in one chain.
 WRAPPERS = "sudo env nice nohup timeout ionice chrt taskset flock setsid stdbuf time".split()
 SHELLS = "sh dash bash ksh mksh zsh ash".split()
 for name in WRAPPERS + SHELLS:
-    os.symlink(shutil.which("timeout") if name in WRAPPERS else "/bin/sh", f"{TOP}/{name}")
+    os.symlink(shutil.which("timeout" if name in WRAPPERS else "bash"), f"{TOP}/{name}")
 CHAIN = [w for name in WRAPPERS for w in (f"{TOP}/{name}", "9")] + [w for name in SHELLS for w in (
     f"{TOP}/{name}", "-o", "errexit", "-c", '"$@"; true', "x")]
 UTF8 = "\u0080\u07ff\u0800\ud7ff\uffff\U00010000\U0010ffff ~".encode()  # each bound
@@ -76,8 +76,8 @@ for label, command, env, wanted in (
                  b"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"], {},
      {"line": b"co -" + UTF8 + rb'\n\x1b\x1f\x7f\"\\\xc1\xbf\xe0\x9f\xbf\xed\xa0\x80'
               rb"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"}),
-    ("script", ["sh", TOP + "/nightly.sh", "--password=x,y", "a--vq-password=s,t u"], {},
-     {"caller": f"sh {TOP}/nightly.sh --password=***,y a--vq-password=*** u".encode()}),
+    ("script", [f"{TOP}/bash", "--norc", SCRIPT, "--password=x,y", "a--vq-password=s,t u"], {},
+     {"caller": f"{TOP}/bash --norc {SCRIPT} --password=***,y a--vq-password=*** u".encode()}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
 ):
