@@ -44,7 +44,7 @@ int translateLine(const translate::Options& options) {
   const std::optional<char> syntax = translate::firstSyntaxByte(answer.commandLine);
   if (!syntax) return 0;
   const unsigned char byte = static_cast<unsigned char>(*syntax);
-  char shown[8] = "";
+  char shown[sizeof " ('x')"] = "";
   if (std::isgraph(byte)) std::snprintf(shown, sizeof shown, " ('%c')", byte);
   std::fprintf(stderr,
                "tovak-translate: the shell would read byte 0x%02x%s of this line as syntax\n", byte,
