@@ -11,6 +11,7 @@ ENV = {k: v for k, v in os.environ.items() if k not in ("TOVAK_NO_SYSLOG", "SUDO
 # On /dev, a tmpfs holding nothing but, if it is there, the socket $2 as log.
 NAMESPACE = r'''set -e; mount -t tmpfs none /dev; [ ! -S "$1/$2" ] || { touch /dev/log
 mount --bind "$1/$2" /dev/log; }; shift 2; exec "$@"'''
+FIELD = re.compile(rb'(?:^| )(\w+)=(?:"((?:[^"\\]|\\.)*)"?|(\S+))')  # each after one blank
 HEAD = re.compile(rb"<13>[A-Z][a-z]{2} [ \d]\d \d\d:\d\d:\d\d tovak\[\d+\]: (.*)", re.S)
 failures = []
 
@@ -28,7 +29,7 @@ def call(command, env={}, at="log"):
     records = []
     while select.select([LOG], [], [], 0)[0]:
         record = LOG.recv(4096)
-        found = re.findall(rb'(\w+)=(?:"((?:[^"\\]|\\.)*)"?|(\S+))', HEAD.fullmatch(record)[1])
+        found = FIELD.findall(HEAD.fullmatch(record)[1])
         records.append({"size": len(record), **{k.decode(): q or b for k, q, b in found}})
     return (done.returncode, done.stdout, done.stderr), records
 
