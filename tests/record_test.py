@@ -41,8 +41,7 @@ WORK = tempfile.mkdtemp(prefix="a dir\nwith a newline ", dir=TOP)
 LOG, FULL = (socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) for _ in range(2))
 LOG.bind(TOP + "/log")
 FULL.bind(TOP + "/full")  # never read
-filler = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM | socket.SOCK_NONBLOCK)
-filler.connect(TOP + "/full")
+(filler := socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)).connect(TOP + "/full")
 while select.select([], [filler], [], 0)[1]:  # until FULL is full
     filler.send(b"x" * 1024)
 
@@ -86,13 +85,11 @@ for label, command, env, wanted in (
     expect(label, [{k: r.get(k) for k in wanted or ()} for r in records], [wanted][:bool(wanted)])
 
 # Cut at 2,048 bytes after a whole character or escape, at each offset in their cycle.
-size = call([TOVAK, "co", "-"])[1][0]["size"]
-whole = call([TOVAK, "co", "-" + "x" * (2048 - size)])[1][0]
+whole = call([TOVAK, "co", "-" + "x" * (2048 - call([TOVAK, "co", "-"])[1][0]["size"])])[1][0]
 expect("2,048 bytes", (whole["size"], whole["line"][-2:]), (2048, b"xx"))
 for offset in range(7):
     record = call([TOVAK, "co", "-" + "x" * offset + "\u00e9\x1b" * 700])[1][0]
     cut = re.fullmatch(rb"co -x*(\xc3\xa9\\x1b)*(\xc3\xa9)?\[cut\]", record["line"])
     expect(f"cut {offset}", (2040 < record["size"] <= 2048, bool(cut)), (True, True))
 shutil.rmtree(TOP)
-print("\n".join(failures) or "all records as expected")
-sys.exit(1 if failures else 0)
+sys.exit(print("\n".join(failures) or "all records as expected") or bool(failures))
