@@ -14,6 +14,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace launcher {
@@ -83,12 +84,13 @@ Process processOf(long pid) {
 // Whether a shell's options, before its first operand, hold -c ("-ec" and "-o name -c"
 // too). Long options such as --norc are not -c.
 bool runsItsArgument(const std::vector<std::string>& words) {
-  for (std::size_t i = 1; i < words.size(); ++i) {
-    const std::string& word = words[i];
-    if (word[0] != '-') return false;  // the first operand (or an empty word)
-    if (word[1] == '-') continue;
-    if (word.find('c') != std::string::npos) return true;
-    if (word.back() == 'o') ++i;  // -o takes the next word
+  bool optionName = false;  // the word after -o
+  for (auto word = words.begin() + 1; word != words.end(); ++word) {
+    if (std::exchange(optionName, false)) continue;
+    if ((*word)[0] != '-') return false;  // the first operand (or an empty word)
+    if ((*word)[1] == '-') continue;
+    if (word->find('c') != std::string::npos) return true;
+    optionName = word->back() == 'o';
   }
   return false;
 }

@@ -7,7 +7,6 @@
 import os, re, select, shlex, shutil, socket, subprocess, sys, tempfile
 
 TOVAK, LINES = os.path.realpath(sys.argv[1]) + "/tovak", sys.argv[2]
-ENV = {k: v for k, v in os.environ.items() if k not in ("TOVAK_NO_SYSLOG", "SUDO_USER")}
 # On /dev, a tmpfs holding nothing but, if it is there, the socket $2 as log.
 NAMESPACE = r'''set -e; mount -t tmpfs none /dev; [ ! -S "$1/$2" ] || { touch /dev/log
 mount --bind "$1/$2" /dev/log; }; shift 2; exec "$@"'''
@@ -25,7 +24,7 @@ def expect(label, actual, wanted):
 # records, whose head must be as syslog wants it.
 def call(command, env={}, at="log"):
     done = subprocess.run(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", TOP, at, *command],
-                          env={**ENV, **env}, cwd=WORK, capture_output=True, timeout=30)
+                          env={**os.environ, **env}, cwd=WORK, capture_output=True, timeout=30)
     records = []
     while select.select([LOG], [], [], 0)[0]:
         record = LOG.recv(4096)
@@ -78,6 +77,8 @@ for label, command, env, wanted in (
               rb"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"}),
     ("script", [f"{TOP}/bash", "--norc", SCRIPT, "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"{TOP}/bash --norc {SCRIPT} --password=***,y a--vq-password=*** u".encode()}),
+    # sudo as the first process of a pid namespace, whose parent cannot be read: no caller
+    ("pid 1", ["unshare", "-pf", "--mount-proc", *CHAIN[:2], TOVAK, "co"], {}, {"uid": b"-1"}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
 ):
@@ -87,9 +88,9 @@ for label, command, env, wanted in (
 # Cut at 2,048 bytes after a whole character or escape, at each offset in their cycle.
 whole = call([TOVAK, "co", "-" + "x" * (2048 - call([TOVAK, "co", "-"])[1][0]["size"])])[1][0]
 expect("2,048 bytes", (whole["size"], whole["line"][-2:]), (2048, b"xx"))
-for offset in range(7):
-    record = call([TOVAK, "co", "-" + "x" * offset + "\u00e9\x1b" * 700])[1][0]
-    cut = re.fullmatch(rb"co -x*(\xc3\xa9\\x1b)*(\xc3\xa9)?\[cut\]", record["line"])
+for offset in range(8):
+    record = call([TOVAK, "co", "-" + "x" * offset + "\u00e9\x1b\n" * 500])[1][0]
+    cut = re.fullmatch(rb"co -x*(\xc3\xa9\\x1b\\n)*(\xc3\xa9(\\x1b)?)?\[cut\]", record["line"])
     expect(f"cut {offset}", (2040 < record["size"] <= 2048, bool(cut)), (True, True))
 shutil.rmtree(TOP)
 sys.exit(print("\n".join(failures) or "all records as expected") or bool(failures))
