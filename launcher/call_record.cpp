@@ -213,7 +213,7 @@ std::string recordOf(int argc, char** argv) {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  char stamp[32];
+  char stamp[sizeof "<13>Mmm dd hh:mm:ss tovak["];  // the C locale's month names
   std::strftime(stamp, sizeof stamp, "<13>%b %e %H:%M:%S tovak[", &local);
   std::string record = stamp + std::to_string(getpid()) + "]: ";
   const Process from = caller();
