@@ -8,14 +8,22 @@ ratio. For reference it also times the shell started directly with the same comm
 without any C++ runtime to load. Then the whole-process instruction counts of both
 programs (callgrind, the shell and Fendix not traced), which do not move with load.
 
+All of it twice, each time in a private mount namespace with a /dev of its own: once with no
+socket at /dev/log, once with a listener there that reads every record tovak sends, so that
+the machine's own log gets none. Where no namespace can be had, it measures once, with the
+record switched off (TOVAK_NO_SYSLOG).
+
     python3 bench/launch_overhead.py [--runs N] [--bin build/bin]
 """
 import argparse
 import os
 import re
+import socket
 import statistics
 import subprocess
 import sys
+import tempfile
+import threading
 import time
 
 LINE = "compare -F -D -l /srv/repo -e 1,2 -L -i 3 -m 7X21 --xml".split()
@@ -35,12 +43,57 @@ def instructions(command):
     return int(re.search(r"Collected : (\d+)", run.stderr).group(1))
 
 
+# On /dev: a tmpfs with the devices the runs use and, if the directory $1 has one, its log
+# socket.
+NAMESPACE = r'''set -e; d=$1/dev; mkdir "$d"; mount -t tmpfs none "$d"
+for n in null zero full random urandom log; do touch "$d/$n"; done
+for n in null zero full random urandom; do mount --bind "/dev/$n" "$d/$n"; done
+[ ! -S "$1/log" ] || mount --bind "$1/log" "$d/log"; mount --rbind "$d" /dev; shift; exec "$@"'''
+
+
+# Runs the measurement in a namespace, with a listener at /dev/log or none, and counts the
+# records the listener read.
+def measure_in_namespace(args, listener):
+    with tempfile.TemporaryDirectory() as top:
+        records = []
+        if listener:
+            log = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+            log.bind(top + "/log")
+
+            def listen():
+                while True:
+                    records.append(log.recv(65536))
+            threading.Thread(target=listen, daemon=True).start()
+        env = {k: v for k, v in os.environ.items() if k != "TOVAK_NO_SYSLOG"}
+        subprocess.run(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", top, sys.executable,
+                        os.path.realpath(__file__), "--measure", "--runs", str(args.runs),
+                        "--bin", args.bin], env=env, check=True)
+        if listener:
+            print(f"records the listener read: {len(records)}")
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--runs", type=int, default=400)
     parser.add_argument("--bin", default=os.path.join(os.path.dirname(__file__), "..", "build", "bin"))
+    parser.add_argument("--measure", action="store_true", help=argparse.SUPPRESS)
     args = parser.parse_args()
-    bin_dir = os.path.realpath(args.bin)
+    args.bin = os.path.realpath(args.bin)
+    if args.measure:
+        return measure(args)
+    if subprocess.run(["unshare", "-rm", "true"], capture_output=True).returncode != 0:
+        print("no private mount namespace here: measured with the record switched off")
+        os.environ["TOVAK_NO_SYSLOG"] = "1"
+        return measure(args)
+    for listener in (False, True):
+        print("== a listener at /dev/log" if listener else "== no socket at /dev/log")
+        sys.stdout.flush()
+        measure_in_namespace(args, listener)
+    return 0
+
+
+def measure(args):
+    bin_dir = args.bin
     tovak = [os.path.join(bin_dir, "tovak")] + LINE
     floor = [os.path.join(bin_dir, "tovak_system_floor"), bin_dir + "/./Fendix " + TRANSLATED]
     for _ in range(20):  # warm the page cache and the dynamic loader

@@ -7,13 +7,15 @@
 // read as syntax, since the library puts the directory unquoted in front of Fendix.
 //
 // "tovak --help" and "tovak --version" are answered here, before anything is loaded, and only
-// when they are the whole line: any other line goes to the library as it stands.
+// when they are the whole line: any other line goes to the library as it stands, after one
+// record of the call is sent to the system log.
 #include <dlfcn.h>
 
 #include <cstdio>
 #include <cstring>
 #include <string>
 
+#include "call_record.h"
 #include "exit_code.h"
 #include "own_directory.h"
 #include "usage.h"
@@ -69,6 +71,7 @@ int main(int argc, char** argv) {
                  directory->c_str(), *byte);
     return launcher::kLoadFailure;
   }
+  launcher::recordCall(argc, argv);
   std::string error;
   void* library = loadLibrary(*directory, error);
   if (library == nullptr) {

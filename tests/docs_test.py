@@ -47,22 +47,33 @@ for label, template, output, wanted in (
         expect(label, (done.returncode, written or done.stderr), (wanted[0], wanted[1].format(work=work)))
 expect("a short name with a value", "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
 
-# Words typed so far, the last one being completed: what the completion offers.
+# Words typed so far, split as bash splits them ("--local=/srv" at its "="), the last one being
+# completed: what the completion offers, then the completion options it sets.
 def completed(*words):
     complete = "_tovak" if words[0] == "tovak" else "_tovak_translate"
-    script = f'. "{DOC}/tovak.bash"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}"'
-    done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd="/")
+    script = (f'. "{DOC}/tovak.bash"; compopt() {{ options+=" $*"; }}; '
+              f'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); {complete}; echo "${{COMPREPLY[*]}}$options"')
+    done = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, cwd=DOC)
     expect(f"no complaint completing {words}", done.stderr, "")
     return done.stdout.split()
 
 
 for words, wanted in (
     (["tovak", ""], "--help --version compare co update up acquire ac quenmark qk"),
-    (["tovak", "qk", "--vq-"], "--vq-address --vq-user --vq-password"),
+    (["tovak", "qk", "--vq-"], "--vq-address= --vq-user= --vq-password="),
     (["tovak", "co", "--no"], ""),
     (["tovak", "up", "--no"], "--noinventory"),
-    (["tovak", "ac", "--m"], "--machine-type --meta-only"),
-    (["tovak-translate", "--fendix", "/x", "ac", "--pro"], "--proxy-address --proxy-user --proxy-port --proxy-password"),
+    (["tovak", "ac", "--m"], "--machine-type= --meta-only"),
+    (["tovak", "co", "--loc"], "--local= -o nospace"),
+    (["tovak", "co", "--local", "=", "CM"], "CMakeFiles -o filenames"),
+    (["tovak", "co", "--local", "="], "CMakeFiles -o filenames"),
+    (["tovak", "co", "--local=CM"], "--local=CMakeFiles -o filenames"),
+    (["tovak", "co", "-l", ""], "CMakeFiles -o filenames"),
+    (["tovak", "co", "--local", "CM"], ""),
+    (["tovak", "co", "-m", "--x"], ""),
+    (["tovak", "co", "-F", "--x"], "--xml"),
+    (["tovak-translate", "--fendix", "tovak.1.g"], "tovak.1.gz -o filenames"),
+    (["tovak-translate", "--fendix", "/x", "ac", "--pro"], "--proxy-address= --proxy-user= --proxy-port= --proxy-password="),
     (["tovak-translate", "--script", "--d"], "--diff"),
     (["tovak-translate", "--sc"], "--script"),
 ):

@@ -1,13 +1,16 @@
 // tovak-translate: prints the Fendix line for a legacy tovak line, or rewrites whole scripts
 // into Fendix lines, with the library's own translation. It runs nothing.
+#include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "library_call.h"
 #include "options.h"
 #include "script_mode.h"
+#include "shell_safety.h"
 
 namespace {
 
@@ -45,7 +48,16 @@ int translateLine(const translate::Options& options) {
   if (!answer.accepted) return 1;
   const std::string fendix = options.fendix.empty() ? "Fendix" : options.fendix;
   std::printf("%s %s\n", fendix.c_str(), answer.commandLine.c_str());
-  return 0;
+  // The line is meant for reading, but it may well be pasted into a shell.
+  const std::optional<char> syntax = translate::firstSyntaxByte(answer.commandLine);
+  if (!syntax) return 0;
+  const unsigned char byte = static_cast<unsigned char>(*syntax);
+  char shown[sizeof " ('x')"] = "";
+  if (std::isgraph(byte)) std::snprintf(shown, sizeof shown, " ('%c')", byte);
+  std::fprintf(stderr,
+               "tovak-translate: the shell would read byte 0x%02x%s of this line as syntax\n", byte,
+               shown);
+  return 2;
 }
 
 int run(int argc, char** argv) {
