@@ -20,14 +20,16 @@ def expect(label, actual, wanted):
         failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
 
 
-QK_FORMS = "@form quenmark -s S\n@form quenmark --vq-address=a A\n@form quenmark --vq-user=u U\n@form quenmark --vq-password=p P\n"
+QK_FORMS = ("@form quenmark -s S\n@form quenmark --vq-address=a A\n@form quenmark --vq-user=u U\n"
+            "@form quenmark --vq-password=p P\n")
 QK_ENTRIES = (".TP\n\\fB\\-s\\fR, \\fB\\-\\-scan\\fR\nS\n.TP\n\\fB\\-\\-vq\\-address\\fR=\\fIa\\fR\nA\n"
               ".TP\n\\fB\\-\\-vq\\-user\\fR=\\fIu\\fR\nU\n.TP\n\\fB\\-\\-vq\\-password\\fR=\\fIp\\fR\nP\n")
 # Label, template (None: no such file), output file, and the exit code with what is written
 # (or, failing, said on standard error).
 for label, template, output, wanted in (
     ("words, list and entries", "@COMMAND_WORDS@;@COMMAND_LIST@\n@options quenmark\n" + QK_FORMS, "out",
-     (0, "compare co update up acquire ac quenmark qk;compare (co), update (up), acquire (ac), quenmark (qk)\n" + QK_ENTRIES)),
+     (0, "compare co update up acquire ac quenmark qk;compare (co), update (up), acquire (ac), quenmark (qk)\n"
+      + QK_ENTRIES)),
     ("an entry without text", "@options quenmark\n" + QK_FORMS.replace("-s S", "-S S"), "out",
      (1, "tovak_tables: no text for -s in quenmark\n")),
     ("a text without an entry", "@options quenmark\n@form quenmark --x X\n" + QK_FORMS, "out",
@@ -42,10 +44,12 @@ for label, template, output, wanted in (
         if template is not None:
             with open(f"{work}/in", "w") as template_file:
                 template_file.write(template)
-        done = subprocess.run([TABLES, *([f"{work}/in", f"{work}/{output}"] if output else [])], capture_output=True, text=True)
+        done = subprocess.run([TABLES, *([f"{work}/in", f"{work}/{output}"] if output else [])],
+                              capture_output=True, text=True)
         written = open(f"{work}/out").read() if os.path.exists(f"{work}/out") else ""
         expect(label, (done.returncode, written or done.stderr), (wanted[0], wanted[1].format(work=work)))
-expect("a short name with a value", "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
+expect("a short name with a value",
+       "\n\\fB\\-l\\fR \\fIdir\\fR, \\fB\\-\\-local\\fR=\\fIdir\\fR\n" in open(f"{DOC}/tovak.1").read(), True)
 
 # Words typed so far, split as bash splits them ("--local=/srv" at its "="), the last one being
 # completed: what the completion offers, then the completion options it sets.
@@ -73,7 +77,8 @@ for words, wanted in (
     (["tovak", "co", "-m", "--x"], ""),
     (["tovak", "co", "-F", "--x"], "--xml"),
     (["tovak-translate", "--fendix", "tovak.1.g"], "tovak.1.gz -o filenames"),
-    (["tovak-translate", "--fendix", "/x", "ac", "--pro"], "--proxy-address= --proxy-user= --proxy-port= --proxy-password="),
+    (["tovak-translate", "--fendix", "/x", "ac", "--pro"],
+     "--proxy-address= --proxy-user= --proxy-port= --proxy-password="),
     (["tovak-translate", "--script", "--d"], "--diff"),
     (["tovak-translate", "--sc"], "--script"),
 ):
@@ -87,7 +92,8 @@ expect("the translator's options completed", offered, options | {"--help", "--ve
 page = open(f"{DOC}/tovak-translate.1").read()
 expect("the translator's options in its manual", [o for o in sorted(options) if o.replace("-", "\\-") not in page], [])
 
-for page in ("tovak.1", "tovak-translate.1") if shutil.which("groff") else print("skipped: no groff to read the pages") or ():
+pages = ("tovak.1", "tovak-translate.1") if shutil.which("groff") else print("skipped: no groff to read the pages") or ()
+for page in pages:
     done = subprocess.run(["groff", "-man", "-Tutf8", "-ww", "-z", f"{DOC}/{page}"], capture_output=True, text=True)
     expect(f"groff on {page}", (done.returncode, done.stderr), (0, ""))
 

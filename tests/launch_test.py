@@ -31,7 +31,8 @@ failures = []
 def run(program, arguments, env=None, argv0=None, prefix=(), cwd=None):
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
         code = subprocess.run([*prefix, program if argv0 is None else argv0, *arguments],
-                              executable=(prefix or [program])[0], env={**SANITIZERS, **(env or {})},
+                              executable=(prefix or [program])[0],
+                              env={**SANITIZERS, "TOVAK_NO_SYSLOG": "1", **(env or {})},
                               stdout=out, stderr=err, cwd=cwd).returncode
         out.seek(0), err.seek(0)
         errors = err.read().decode(errors="replace")

@@ -78,7 +78,7 @@ def run_log_afresh(shell, text, tmp):
         os.symlink(shutil.which(name), f"{home}/path/{name}")
     Path(home, "path/sudo").write_text(SUDO), os.chmod(home + "/path/sudo", 0o755)
     # stdbuf preloads a library ahead of a sanitizer's runtime.
-    env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log",
+    env = {"PATH": home + "/path", "HOME": home, "FENDIX_LOG": home + "/log", "TOVAK_NO_SYSLOG": "1",
            "ASAN_OPTIONS": "verify_asan_link_order=0"}
     Path(home, "script").write_text(text)
     done = subprocess.run([shutil.which(shell), "script"], cwd=home, env=env, stdin=subprocess.DEVNULL,
@@ -247,6 +247,14 @@ for arguments, wanted in [
         (["compare", "-F", "-L"],
          (0, "Fendix update compare --type fw --scope latest --output /var/log/Zantor_Support/\n", "\n")),
         (["acquire", "--proxy-user=a"], (1, "", "The parameter: --proxy-address need specify. \n")),
+        *[(words, (2, f"Fendix update {line} --output /var/log/Zantor_Support/\n",
+                   USAGE.format(f"the shell would read byte {byte} of this line as syntax")))
+          for words, line, byte in [(["co", "-l", "a;b", "-F"], "compare --type fw --dir a;b", "0x3b (';')"),
+                                    (["co", "-l", "a\tb"], "compare --dir a\tb", "0x09"),
+                                    (["ac", "-l", "#x"], "acquire --dir #x", "0x23 ('#')")]],
+        (["co", "-l", "a b", "-F"],
+         (0, 'Fendix update compare --type fw --dir "a b" --output /var/log/Zantor_Support/\n', "")),
+        (["co", "-l", "a#b"], (0, "Fendix update compare --dir a#b --output /var/log/Zantor_Support/\n", "")),
         (["--script", "--fendix=/o/F", "-"],
          (0, "/o/F update compare --type fw --output /var/log/Zantor_Support/\n", summary(translated=1))),
         (["--", "--version"], (1, "", "The command: --version is not supported.\n")),
