@@ -92,7 +92,8 @@ expect("the translator's options completed", offered, options | {"--help", "--ve
 page = open(f"{DOC}/tovak-translate.1").read()
 expect("the translator's options in its manual", [o for o in sorted(options) if o.replace("-", "\\-") not in page], [])
 
-pages = ("tovak.1", "tovak-translate.1") if shutil.which("groff") else print("skipped: no groff to read the pages") or ()
+pages = ("tovak.1", "tovak-translate.1") if shutil.which("groff") else (
+    print("skipped: no groff to read the pages") or ())
 for page in pages:
     done = subprocess.run(["groff", "-man", "-Tutf8", "-ww", "-z", f"{DOC}/{page}"], capture_output=True, text=True)
     expect(f"groff on {page}", (done.returncode, done.stderr), (0, ""))
