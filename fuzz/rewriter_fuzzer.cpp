@@ -22,6 +22,11 @@ void check(bool holds, const char* property) {
   }
 }
 
+bool isToolComment(std::string_view line) {
+  const std::size_t start = line.find_first_not_of(" \t");
+  return start != std::string_view::npos && line.substr(start, 19) == "# tovak-translate: ";
+}
+
 bool reportedRewritten(const translate::Rewrite& rewrite, std::size_t line) {
   for (const translate::Finding& finding : rewrite.findings) {
     if (finding.reason.rfind("legacy syntax, translates to: ", 0) == 0 && finding.line <= line &&
@@ -39,7 +44,7 @@ void checkLines(const translate::Rewrite& rewrite, const std::string& out) {
     const std::vector<std::string>& became = rewrite.result[i];
     check(!became.empty(), "every line is written");
     for (std::size_t k = 0; k + 1 < became.size(); ++k) {
-      check(translate::isToolComment(became[k]), "only the tool's comment lines are added");
+      check(isToolComment(became[k]), "only the tool's comment lines are added");
     }
     check(became.back() == rewrite.lines[i] || reportedRewritten(rewrite, i + 1),
           "a line changes only where an invocation is reported rewritten");
