@@ -341,7 +341,9 @@ for label, text, wanted in [
             ("tovak co --$O=1", "an expansion in an option's name"),
             ("IFS=,; tovak co -l $X", "an unquoted expansion in a script that sets IFS"),
             ('tovak co -l "$(x)"', "a $ expansion"), ('tovak co -l "$@"', "a $ expansion"),
-            ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote")]]]:
+            ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote"),
+            ('tovak co -l "$return code"', "a value holds 'return code', which would make its Fendix line a line "
+                                           "reading the launcher's lines")]]]:
     expect(f"--assume-plain-values: {label}", tool(["--script", "--check", "--assume-plain-values", "-"], text)[1],
            wanted)
 expect("without --assume-plain-values", tool(["--script", "-"], ISSUE),

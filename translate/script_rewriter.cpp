@@ -238,13 +238,6 @@ class Rewriter {
       words = std::move(held.words);
     }
     if (const std::string reason = readBack(invocation); !reason.empty()) return leaveFor(reason);
-    // Its words stay out of reading for the launcher's lines only while they are its own.
-    std::string joined;
-    for (const std::string& word : words) joined += word + " ";
-    if (const std::string_view text = launcherTextIn(joined, {}); !text.empty()) {
-      return leaveFor("a value holds '" + std::string(text) +
-                      "', which would make its Fendix line a line reading the launcher's lines");
-    }
     std::vector<std::string> indents;
     if (!continuedLines(invocation, indents)) return leaveFor("it spans lines");
     const FendixLocation fendix = locateFendix(invocation.program.value, options_.fendix);
@@ -269,6 +262,11 @@ class Rewriter {
     const std::string line =
         fendix.program + " " +
         (assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine);
+    // Its words stay out of reading for the launcher's lines only while they are its own.
+    if (const std::string_view text = launcherTextIn(line, {}); !text.empty()) {
+      return leaveFor("a value holds '" + std::string(text) +
+                      "', which would make its Fendix line a line reading the launcher's lines");
+    }
     if (assumed && !options_.assumePlainValues) {
       ++rewrite_.assumable;
       return leave(invocation, invocation.unknownBecause + "; with --assume-plain-values: " +
