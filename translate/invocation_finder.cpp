@@ -50,8 +50,9 @@ enum class Expect { kCommand, kArguments, kCaseSubject, kCaseIn, kPattern, kFunc
 
 class Finder {
  public:
-  Finder(std::vector<Invocation>& found, std::set<std::string>& launcherVariables)
-      : found_(found), launcherVariables_(launcherVariables) {}
+  Finder(std::vector<Invocation>& found, std::set<std::string>& launcherVariables,
+         const std::string& fendix)
+      : found_(found), launcherVariables_(launcherVariables), fendix_(fendix) {}
 
   bool definesLauncher() const { return definesLauncher_; }
 
@@ -158,6 +159,11 @@ class Finder {
       invocation.unknownBecause = wrapper.reason;
     } else if (namesLauncher(words[w].value)) {
       invocation = readInvocation(text, tokens, tokenOf[w], last, base);
+    } else if (const std::string& value = words[w].value;
+               value == "Fendix" || (!fendix_.empty() && value == fendix_) ||
+               (value.size() > 7 && value.compare(value.size() - 7, 7, "/Fendix") == 0)) {
+      invocation = readInvocation(text, tokens, tokenOf[w], last, base);
+      invocation.isFendix = true;
     } else if (const std::string name = variableOf(words[w]); launcherVariables_.count(name) > 0) {
       invocation.program = words[w];
       invocation.unknownBecause = "runs tovak through $" + std::string(name) +
@@ -239,6 +245,7 @@ class Finder {
 
   std::vector<Invocation>& found_;
   const std::set<std::string>& launcherVariables_;
+  const std::string& fendix_;
   bool definesLauncher_ = false;
 };
 
@@ -260,10 +267,11 @@ std::set<std::string> launcherVariables(std::string_view text, const LexedScript
 
 }  // namespace
 
-std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script) {
+std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script,
+                                        const std::string& fendix) {
   std::vector<Invocation> found;
   std::set<std::string> variables = launcherVariables(text, script);
-  Finder finder(found, variables);
+  Finder finder(found, variables, fendix);
   finder.find(text, script, 0, false);
   if (finder.definesLauncher()) {
     for (Invocation& invocation : found) {

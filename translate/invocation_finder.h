@@ -25,11 +25,14 @@ struct Invocation {
   std::string unknownBecause;        // why it must stay as written; empty when it may be translated
   bool valuesVary = false;           // unknown only for parameter expansions in its arguments
   bool piped = false;                // its standard output feeds another command
+  bool isFendix = false;             // a Fendix line already: only its words count, to readers
   std::size_t pipelineEnd = 0;       // where the pipeline it stands in ends
 };
 
-// Every invocation in the script, in the order of the text.
-std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script);
+// Every invocation in the script, in the order of the text, and every Fendix line (a program
+// named Fendix, or fendix when that is not empty).
+std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script,
+                                        const std::string& fendix);
 
 }  // namespace translate
 

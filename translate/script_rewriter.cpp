@@ -132,10 +132,11 @@ class Rewriter {
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
-    const std::vector<Invocation> invocations = findInvocations(text_, script);
+    const std::vector<Invocation> invocations = findInvocations(text_, script, options_.fendix);
     findReaders(invocations);
     std::vector<bool> invoked(rewrite_.lines.size());
     for (const Invocation& invocation : invocations) {
+      if (invocation.isFendix) continue;
       invoked[lineOf(invocation.begin)] = true;
       judge(invocation);
     }
@@ -167,9 +168,10 @@ class Rewriter {
   }
 
   void findReaders(const std::vector<Invocation>& invocations) {
-    // The invocations' words, which a rewrite replaces, by line; not their redirections,
-    // which it keeps.
-    std::vector<std::vector<Span>> within(rewrite_.lines.size());
+    // The words of the invocations, which a rewrite replaces, and of the Fendix lines it
+    // wrote, by line; not their redirections, which it keeps.
+    std::vector<std::vector<Span>>& within = callWords_;
+    within.resize(rewrite_.lines.size());
     for (const Invocation& invocation : invocations) {
       for (const Span& word : invocation.words) {
         for (std::size_t line = lineOf(word.begin); line <= lineOf(word.end); ++line) {
@@ -200,11 +202,14 @@ class Rewriter {
         return "its output is piped into a line that reads the launcher's own lines";
       }
       if (end < invocation.begin) continue;
-      // The reader's text, the invocation's own redirections blanked out.
-      std::string line = rewrite_.lines[reader];
+      // The reader's text, the invocation's own redirections and every call's words blanked.
+      std::vector<Span> blanked = callWords_[reader];
       const std::size_t from = std::max(begin, invocation.begin);
       const std::size_t to = std::min(end, invocation.end);
-      if (from < to) line.replace(from - begin, to - from, to - from, ' ');
+      if (from < to) blanked.push_back({from - begin, to - begin});
+      std::string line = rewrite_.lines[reader];
+      for (const Span& span : blanked)
+        line.replace(span.begin, span.end - span.begin, span.end - span.begin, ' ');
       line = withoutDoubleQuotes(line);
       for (const std::string& target : invocation.outputs) {
         if (line.find(withoutDoubleQuotes(target)) != std::string::npos) {
@@ -361,6 +366,7 @@ class Rewriter {
   std::vector<std::size_t> starts_;
   std::vector<std::size_t> cleanStarts_;
   std::vector<std::size_t> readers_;
+  std::vector<std::vector<Span>> callWords_;  // by line, offsets in the line
   std::size_t uncertainFrom_ = std::string::npos;
   std::string uncertainBecause_;
   std::vector<Edit> edits_;
