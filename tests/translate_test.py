@@ -447,7 +447,20 @@ with tempfile.TemporaryDirectory() as tmp:
             "env -i -u X -- A=1", "env - -C / --unset=Y", "timeout -s 15 --kill-after=5 1m", "timeout -sKILL 1",
             "ionice -c 3 -t", "chrt -b -R 0", "taskset -c 0-3", "flock -x -w 5 /l", "setsid -f", "stdbuf -o L -eL",
             "time -p", "command -p", "nice -10", "/usr/bin/sudo -n", 'sudo -u "$U"', "nice --adjustment=1",
-            "sudo 2>/dev/null"]],
+            "sudo 2>/dev/null", *(f"timeout -s {signal} 1" for signal in "TERM SIGTERM 9 SIGKILL".split()),
+            # Every option each wrapper's grammar knows.
+            "sudo -AEHknPSB -uu -gg -C3 -D/ -pp -rr -tt -T1 -Uu --askpass --preserve-env --set-home --non-interactive "
+            "--preserve-groups --stdin --bell --reset-timestamp --user=u --group g --close-from=3 --chdir=/ --prompt=p "
+            "--role=r --type=t --command-timeout=1 --other-user=u",
+            "env -i0v -uX -C/ --ignore-environment --null --debug --unset=X --chdir /",
+            "timeout -v --preserve-status --verbose --signal=TERM 1", "ionice -n7 --ignore --class 3 --classdata=7",
+            "chrt -bdfioRrva -T1 -P1 -D1 --batch --deadline --fifo --idle --other --rr --reset-on-fork --verbose "
+            "--all-tasks --sched-runtime=1 --sched-period=1 --sched-deadline=1 0",
+            "taskset -ca --cpu-list --all-tasks 0", "setsid -cfw --ctty --fork --wait",
+            "flock -sxenuoF -w1 -E1 --shared --exclusive --unlock --nonblock --nb --close --no-fork --verbose "
+            "--timeout=1 --wait 1 --conflict-exit-code=1 /l",
+            "stdbuf -i0 -oL -eL --input=0 --output=L --error=L",
+            "time -apqv -fx -oy --append --portability --quiet --verbose --format=x --output=y"]],
         *[(f"{wrapper} tovak co", option.format(name)) for wrapper, name in [
             ("sudo -i", "sudo -i"), ("sudo -Q", "sudo -Q"), ("env -S x", "env -S"), ("exec -a x", "exec -a"),
             ("timeout --foreground 1", "timeout --foreground"), ("timeout -sINT 1", "timeout -s INT"),
@@ -462,7 +475,9 @@ with tempfile.TemporaryDirectory() as tmp:
             ("ssh host tovak co", "ssh"),
             ("xargs -n1 tovak co", "xargs"), ("find . -execdir tovak co {} +", "find"), ('eval "tovak co $A"', "eval"),
             ("trap 'tovak co' EXIT", "trap"), ("su - fw -c 'tovak co'", "su"), ("watch tovak co", "watch"),
-            ("flock /l -c 'tovak co'", "flock -c"), ("sudo runuser -u fw -- tovak co", "runuser")]],
+            ("flock /l -c 'tovak co'", "flock -c"), ("sudo runuser -u fw -- tovak co", "runuser"),
+            *((f"{runner} x tovak", runner) for runner in ["ksh", "zsh", "parallel", "at", "batch", "script", "nsenter",
+                                                          "chroot", "unshare", "systemd-run", "doas", "pkexec"])]],
         *[(line, "left as it is: runs tovak through $T, whose value is known only when the script runs")
           for line in ["$T co -F", '"${T}" co', "sudo -- $T co"]],
         *[(line, translates) for line in [
@@ -472,6 +487,8 @@ with tempfile.TemporaryDirectory() as tmp:
                 'echo "$x" ${y:-\'a\'}', "echo ``", "x=`a\\b`", "y=`cat <f`", "echo ${x:-'}'}", "echo ${x:-''}",
                 'echo ${x:-"\\""}', 'echo ${x:-"}"}', "echo ${x:-a(}", "for x in tovak", "f() { :; }"])]],
         ("tovak co -F &>/dev/null &>>/dev/null", translates + " &>/dev/null &>>/dev/null"),
+        ("(tovak co -F | cat)", translates),  # the pipeline ends with its subshell, before the next line
+        ("echo return code", "reads the launcher's own lines ('return code'), which a Fendix line does not print"),
         ('tovak co -F >>"$L" 2>"$E" <"$I" <<<$x', translates + ' >>"$L" 2>"$E" <"$I" <<<$x'),
         ("tovak co \\\n-F", translates),
         ("tovak co -F 9<<E\n'\nE", translates + " 9<<E"),
@@ -484,7 +501,10 @@ with tempfile.TemporaryDirectory() as tmp:
             "command -V tovak", "sudo -l tovak co", "sudo --list tovak", "ionice -p 1 tovak", "chrt -p 1 tovak",
             "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac",
             "for x in tovak; do :; done",
-            "find . -name tovak", "T=tovak", "ssh h ls; echo tovak"]],
+            "find . -name tovak", "T=tovak", "ssh h ls; echo tovak",
+            *(f"{wrapper} tovak" for wrapper in ["sudo -V", "sudo --validate", "sudo --remove-timestamp", "sudo --edit",
+                                                 "ionice -u1", "ionice --pid 1", "ionice --pgid 1", "ionice --uid 1",
+                                                 "chrt -m", "chrt --pid 1", "chrt --max", "taskset --pid 1"])]],
         *[(line, "left as it is: inside a command substitution") for line in [
             'echo "$(tovak co)"', 'x=$(echo "\\")"; tovak co)', "echo `tovak co`", "x=`\\`;tovak co`"]],
         *[(line, "left as it is: a line continuation") for line in ["tovak co -l a\\\nb", 'tovak co -l "a\\\nb"']],
@@ -589,14 +609,16 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in [
         'tovak co "a\\', "echo `tovak co", "echo ${x tovak", 'echo ${x:-" tovak', "\"${x:-'}\"/tovak co",
         "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F",
-        "tovak co -F >/x$(: return code)", "tovak co -F; tovak (", "tovak co >-; Fendix --output x; echo return code"]],
+        "tovak co -F >/x$(: return code)", "tovak co -F; tovak (", "tovak co >-; Fendix --output x; echo return code",
+        "tovak co -F | cat || (\n  echo return code\n)"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
             (0, "-:2: mentions tovak\n"), (2, f"-:1: {translates}\n"), (2, f"-:4: {translates}\n"),
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates} >/x$(: return code)\n"),
             (2, f"-:1: {translates}\n-:1: refused by the library: Please specify the command!\n"),
-            (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >-\n")])
+            (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >-\n"),
+            (2, f"-:1: {translates}\n-:2: {reads.format('return code')}\n")])
 
 print("\n".join(failures) or "all passed")
 sys.exit(1 if failures else 0)
