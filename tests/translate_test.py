@@ -446,16 +446,22 @@ with tempfile.TemporaryDirectory() as tmp:
             ("sudo -i", "sudo -i"), ("sudo -Q", "sudo -Q"), ("env -S x", "env -S"), ("exec -a x", "exec -a"),
             ("timeout --foreground 1", "timeout --foreground"), ("timeout -sINT 1", "timeout -s INT"),
             ("nice --adj=1", "nice --adj"), ("sudo --user=fw --login", "sudo --login")]],
-        ("nice $N tovak co", "left as it is: an expansion among the options of nice"),
-        ("env A=$x tovak co", "left as it is: an unquoted expansion among the words of env"),
-        ("timeout $T tovak co", "left as it is: an expansion among the options of timeout"),
-        ("timeout 1 $N tovak co", "left as it is: the program before tovak is a $ expansion"),
-        ("$9sudo tovak co -F", "left as it is: the program before tovak is a $ expansion"),
+        *[(line, f"left as it is: {why}") for line, why in [
+            ("nice $N tovak co", "an expansion among the options of nice"),
+            ("env A=$x tovak co", "an unquoted expansion among the words of env"),
+            ("timeout $T tovak co", "an expansion among the options of timeout"),
+            ("timeout 1 $N tovak co", "the program before tovak is a $ expansion"),
+            ("$9sudo tovak", "the program before tovak is a $ expansion"),
+            ("tovak co -l 'a b\nc'", "it spans lines"),
+            ("~/tovak co", "an unquoted ~"), ("tovak co -l ~ -l a{b,c}", "an unquoted ~"),
+            ("tovak co -l \"`x`\" $y", "a backquote"), ("tovak co -l \"${y}\" `x`", "a $ expansion"),
+            ("/tovak co", "cannot resolve /tovak: No such file or directory"),
+            ("./tovak co -F", "a relative path to tovak: its directory depends on where the script runs")]],
         *[(line, later.format(runner)) for line, runner in [
             ("sh -c 'tovak co -F'", "sh"), ("dash -c 'x \"tovak\" y'", "dash"), ("bash -c 'x; /opt/tovak co'", "bash"),
-            ("ssh host tovak co", "ssh"),
-            ("xargs -n1 tovak co", "xargs"), ("find . -execdir tovak co {} +", "find"), ('eval "tovak co $A"', "eval"),
-            ("trap 'tovak co' EXIT", "trap"), ("su - fw -c 'tovak co'", "su"), ("watch tovak co", "watch"),
+            ("ssh host tovak co", "ssh"), ("xargs -n1 tovak co", "xargs"), ("find . -execdir tovak co {} +", "find"),
+            ('eval "tovak co $A"', "eval"), ("trap 'tovak co' EXIT", "trap"), ("su - fw -c 'tovak co'", "su"),
+            ("watch tovak co", "watch"),
             ("flock /l -c 'tovak co'", "flock -c"), ("sudo runuser -u fw -- tovak co", "runuser"),
             *((f"{runner} x tovak", runner) for runner in ["ksh", "zsh", "parallel", "at", "batch", "script", "nsenter",
                                                           "chroot", "unshare", "systemd-run", "doas", "pkexec"])]],
@@ -471,8 +477,7 @@ with tempfile.TemporaryDirectory() as tmp:
         ("(tovak co -F | cat)", translates),  # the pipeline ends with its subshell, before the next line
         ("echo return code", "reads the launcher's own lines ('return code'), which a Fendix line does not print"),
         ('tovak co -F >>"$L" 2>"$E" <"$I" <<<$x', translates + ' >>"$L" 2>"$E" <"$I" <<<$x'),
-        ("tovak co \\\n-F", translates),
-        ("tovak co -F 9<<E\n'\nE", translates + " 9<<E"),
+        ("tovak co \\\n-F", translates), ("tovak co -F 9<<E\n'\nE", translates + " 9<<E"),
         ("X=$x PATH=$P:/b tovak co -F", translates),
         ("tovak co -l 'return code'", "left as it is: a value holds 'return code', which would make its Fendix line a "
                                       "line reading the launcher's lines"),
@@ -481,33 +486,25 @@ with tempfile.TemporaryDirectory() as tmp:
             'echo "$$(tovak co)"', "echo $((1<<2)) tovak co", "echo ${x:-\\}$(tovak co)}", "command -v tovak",
             "command -V tovak", "sudo -l tovak co", "sudo --list tovak", "ionice -p 1 tovak", "chrt -p 1 tovak",
             "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac",
-            "for x in tovak; do :; done",
-            "find . -name tovak", "T=tovak", "ssh h ls; echo tovak",
+            "for x in tovak; do :; done", "find . -name tovak", "T=tovak", "ssh h ls; echo tovak",
             *(f"{wrapper} tovak" for wrapper in ["sudo -V", "sudo --validate", "sudo --remove-timestamp", "sudo --edit",
                                                  "ionice -u1", "ionice --pid 1", "ionice --pgid 1", "ionice --uid 1",
                                                  "chrt -m", "chrt --pid 1", "chrt --max", "taskset --pid 1"])]],
         *[(line, "left as it is: inside a command substitution") for line in [
             'echo "$(tovak co)"', 'x=$(echo "\\")"; tovak co)', "echo `tovak co`", "x=`\\`;tovak co`"]],
         *[(line, "left as it is: a line continuation") for line in ["tovak co -l a\\\nb", 'tovak co -l "a\\\nb"']],
-        *[(line, "left as it is: an unquoted glob character")
-          for line in ["tovak co -l a? -l ~ -l a{b,c}", "tovak co -l a[b"]],
-        *[(line, "left as it is: an unquoted brace")
-          for line in ["tovak co -l a{b,c}", "tovak co -l a{b}c", "tovak co -l a}"]],
-        ("tovak co -l ~ -l a{b,c}", "left as it is: an unquoted ~"), ("~/tovak co", "left as it is: an unquoted ~"),
-        ("tovak co -l \"`x`\" $y", "left as it is: a backquote"),
-        ("tovak co -l \"${y}\" `x`", "left as it is: a $ expansion"),
-        ("./tovak co -F", "left as it is: a relative path to tovak: its directory depends on where the script runs"),
-        ("/tovak co", "left as it is: cannot resolve /tovak: No such file or directory"),
+        *[(line, f"left as it is: an unquoted {what}") for line, what in [
+            ("tovak co -l a? -l ~ -l a{b,c}", "glob character"), ("tovak co -l a[b", "glob character"),
+            *((line, "brace") for line in ["tovak co -l a{b,c}", "tovak co -l a{b}c", "tovak co -l a}"])]],
         ("'/n\r\t\x01/tovak' co", "left as it is: cannot resolve /n\\r\\t\\x01/tovak: No such file or directory"),
         ("tovak co --fendix x", "refused by the library: The command parameters are not vaild!\\nIf the parameter "
                                 "starts with --, the next parameter should start with - or --."),
         (f"'{tmp}/x y/tovak' co", f"left as it is: the launcher refuses to run from {tmp}/x y/ (byte 0x20)"),
-        ("tovak co -l 'a b\nc'", "left as it is: it spans lines"),
         *[(f"tovak co -l {value}", f"left as it is: the Fendix line would hand '{byte}' to the shell as syntax")
           for value, byte in [("{", "{"), ("'a\tb'", "\\t"), ("'a b\\c'", "\\"), ("'a\rb'", "\\r"), ("'$a b'", "$"),
                               ("'a b\"#'", '"'), ('"\\$\\a"', "$"), ('"\\a"', "\\"), ('"\\\0x"', "\\"),
                               ('"\\$\0"', "$")]],
-        ("tovak co -l 'a", "left as it is: an unterminated quote")]
+        ("tovak co -l 'a", "left as it is: an unterminated quote")]  # last: the quote runs to the end
     code, listed, _ = tool(["--script", "--check", "-"], "T=/x/tovak\n" + "".join(line + "\n" for line, _ in rows))
     said = {int(number): reason for number, reason in re.findall(r"^-:(\d+): (.*)$", listed, re.M)}
     expect("--check of the assignment", said.pop(1, None), "mentions tovak")
