@@ -57,7 +57,7 @@ void checkLines(const translate::Rewrite& rewrite) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const translate::RewriteOptions options{"", (data[0] & 8) != 0};
+  const translate::RewriteOptions options{"", (data[0] & 8) != 0, {}};
   const auto rewrite = [mode = data[0] % 3, &options](const std::string& input) {
     return mode == 0 ? translate::rewriteScript(input, options)
                      : translate::rewriteCrontab(input, options, mode == 2);

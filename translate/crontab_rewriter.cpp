@@ -68,6 +68,10 @@ class CrontabRewriter {
     const std::size_t first = line.find_first_not_of(kBlanks);
     if (!variable.empty() || start == std::string::npos || line[first] == '#') {
       if (variable == "SHELL") shell_ = valueOf(line);
+      // cron hands its environment to every command after it.
+      if (!variable.empty() && mentionsLauncher(valueOf(line))) {
+        options_.launcherVariables.insert(std::string(variable));
+      }
       if (mentionsLauncher(line) && !isToolComment(line)) mention(i);
       return;
     }
@@ -121,7 +125,7 @@ class CrontabRewriter {
   }
 
   std::string_view text_;
-  const RewriteOptions& options_;
+  RewriteOptions options_;
   bool userFormat_;
   Rewrite rewrite_;
   std::string shell_ = "/bin/sh";

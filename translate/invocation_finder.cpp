@@ -268,9 +268,11 @@ std::set<std::string> launcherVariables(std::string_view text, const LexedScript
 }  // namespace
 
 std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script,
-                                        const std::string& fendix) {
+                                        const std::string& fendix,
+                                        const std::set<std::string>& preset) {
   std::vector<Invocation> found;
   std::set<std::string> variables = launcherVariables(text, script);
+  variables.insert(preset.begin(), preset.end());
   Finder finder(found, variables, fendix);
   finder.find(text, script, 0, false);
   if (finder.definesLauncher()) {

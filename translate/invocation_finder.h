@@ -6,6 +6,7 @@
 #define TOVAK_TRANSLATE_INVOCATION_FINDER_H
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,8 @@ struct Invocation {
 // Every invocation in the script, in the order of the text, and every Fendix line (a program
 // named Fendix, or fendix when that is not empty).
 std::vector<Invocation> findInvocations(std::string_view text, const LexedScript& script,
-                                        const std::string& fendix);
+                                        const std::string& fendix,
+                                        const std::set<std::string>& launcherVariables);
 
 }  // namespace translate
 

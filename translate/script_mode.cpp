@@ -49,7 +49,7 @@ class ScriptRun {
     }
     Rewrite rewrite;
     try {
-      const RewriteOptions rewriting{options_.fendix, options_.assumePlainValues};
+      const RewriteOptions rewriting{options_.fendix, options_.assumePlainValues, {}};
       rewrite = options_.crontab ? rewriteCrontab(text, rewriting, options_.crontabUser)
                                  : rewriteScript(text, rewriting);
     } catch (const NestingTooDeep& error) {

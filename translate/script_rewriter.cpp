@@ -126,13 +126,16 @@ class Rewriter {
       starts_.push_back(start);
       start += rewrite_.lines[i].size() + 1;
     }
-    if (text_.find("tovak") == std::string_view::npos) return std::move(rewrite_);
+    if (text_.find("tovak") == std::string_view::npos && options_.launcherVariables.empty()) {
+      return std::move(rewrite_);
+    }
     comments_.resize(rewrite_.lines.size());
     const LexedScript script = lexShell(text_);
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
-    const std::vector<Invocation> invocations = findInvocations(text_, script, options_.fendix);
+    const std::vector<Invocation> invocations =
+        findInvocations(text_, script, options_.fendix, options_.launcherVariables);
     findReaders(invocations);
     std::vector<bool> invoked(rewrite_.lines.size());
     for (const Invocation& invocation : invocations) {

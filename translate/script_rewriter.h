@@ -4,6 +4,7 @@
 #define TOVAK_TRANSLATE_SCRIPT_REWRITER_H
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,7 @@ Rewrite asWritten(std::string_view text);
 struct RewriteOptions {
   std::string fendix;              // when not empty, names the Fendix of every rewritten line
   bool assumePlainValues = false;  // translate calls whose values hold parameter expansions
+  std::set<std::string> launcherVariables;  // set to tovak before the text runs (by cron)
 };
 
 // A text that does not hold "tovak" comes back as it is, with nothing counted.
