@@ -435,7 +435,8 @@ with tempfile.TemporaryDirectory() as tmp:
         *[(f"{wrapper} tovak co", option.format(name)) for wrapper, name in [
             ("sudo -i", "sudo -i"), ("sudo -Q", "sudo -Q"), ("env -S x", "env -S"), ("exec -a x", "exec -a"),
             ("timeout --foreground 1", "timeout --foreground"), ("timeout -sINT 1", "timeout -s INT"),
-            ("nice --adj=1", "nice --adj"), ("sudo --user=fw --login", "sudo --login")]],
+            ("nice --adj=1", "nice --adj"), ("sudo --user=fw --login", "sudo --login"),
+            ("timeout -s'x\ty' 1", "timeout -s x\\ty")]],
         *[(line, f"left as it is: {why}") for line, why in [
             ("nice $N tovak co", "an expansion among the options of nice"),
             ("env A=$x tovak co", "an unquoted expansion among the words of env"),

@@ -310,7 +310,9 @@ class Rewriter {
     note(invocation, "left as it is: " + reason);
   }
 
+  // A reason may quote the script's words, line ends among them: it stays on one line.
   void note(const Invocation& invocation, std::string reason) {
+    reason = oneLine(reason);
     rewrite_.findings.push_back({lineOf(invocation.begin) + 1, reason, 0});
     comments_[anchorOf(invocation.begin)].push_back(std::move(reason));
   }
