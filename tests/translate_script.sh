@@ -33,15 +33,12 @@ tovak co -F >>"$HOME/out" 2>&1 <"$FENDIX_LOG"; nohup ionice -c3 tovak qk -s 2>"$
 tovak co \
     -F -l /srv \
     -L; stdbuf -oL setsid -w chrt -b 0 taskset -c 0 flock lock time -p tovak ac -r 2>/dev/null; s
-$T co -F; "${T}" co -D; sudo -i tovak co -L; $NOTHING tovak co -F; s
+$T co -F; "${T}" co -D; sudo -i tovak co -L; $NOTHING tovak co -F; f() { tovak co -L; }; f; sh -c 'tovak co -F'; s
 case co in tovak) tovak co -F;; (co|x) tovak co -D;; esac; for x in tovak; do echo "$x" >>"$FENDIX_LOG"; done; s
-f() { tovak co -L; }; f; sh -c 'tovak co -F'; s
 tovak co -F >"$HOME/o"; grep -c 'return code' "$HOME/o" >>"$FENDIX_LOG"; s
 tovak co -D | sed -n 's/.*fendx return code is: //p' >>"$FENDIX_LOG"; s
 tovak up -F <<E; s
 input
 E
-printf 'BMC_USER=admin\nBMC_PASS=pw\n' >"$HOME/creds"; . "$HOME/creds"; REPO=/srv/repo; s
-for h in 10.0.0.1 10.0.0.2; do
-  tovak update -F -l "$REPO" --host=$h --update-args="--user=$BMC_USER,--password=$BMC_PASS"; s
-done
+printf 'BMC_USER=admin\nBMC_PASS=pw\n' >"$HOME/creds"; . "$HOME/creds"; REPO=/srv/repo; for h in 10.0.0.1 10.0.0.2; do
+  tovak update -F -l "$REPO" --host=$h --update-args="--user=$BMC_USER,--password=$BMC_PASS"; s; done

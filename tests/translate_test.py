@@ -45,6 +45,10 @@ def tool(arguments, stdin="", cwd=None, limit=None):  # stdin None: closed; limi
         return code, *(file.seek(0) or file.read().decode(errors="replace") for file in (out, err))
 
 
+def check(text, *options):
+    return tool(["--script", "--check", *options, "-"], text)
+
+
 def expect(label, actual, wanted):
     if actual != wanted:
         failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
@@ -315,8 +319,7 @@ for label, text, wanted in [
             ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote"),
             ('tovak co -l "$return code"', "a value holds 'return code', which would make its Fendix line a line "
                                            "reading the launcher's lines")]]]:
-    expect(f"--assume-plain-values: {label}", tool(["--script", "--check", "--assume-plain-values", "-"], text)[1],
-           wanted)
+    expect(f"--assume-plain-values: {label}", check(text, "--assume-plain-values")[1], wanted)
 expect("without --assume-plain-values", tool(["--script", "-"], ISSUE),
        (2, f"# tovak-translate: left as it is: a $ expansion; with --assume-plain-values: {BECOMES}\n" + ISSUE,
         summary(left=1, assumable=1)))
@@ -496,7 +499,7 @@ with tempfile.TemporaryDirectory() as tmp:
                               ("'a b\"#'", '"'), ('"\\$\\a"', "$"), ('"\\a"', "\\"), ('"\\\0x"', "\\"),
                               ('"\\$\0"', "$")]],
         ("tovak co -l 'a", "left as it is: an unterminated quote")]  # last: the quote runs to the end
-    code, listed, _ = tool(["--script", "--check", "-"], "T=/x/tovak\n" + "".join(line + "\n" for line, _ in rows))
+    code, listed, _ = check("T=/x/tovak\n" + "".join(line + "\n" for line, _ in rows))
     said = {int(number): reason for number, reason in re.findall(r"^-:(\d+): (.*)$", listed, re.M)}
     expect("--check of the assignment", said.pop(1, None), "mentions tovak")
     for n, (line, reason) in zip(itertools.accumulate([2] + [line.count("\n") + 1 for line, _ in rows]), rows):
@@ -511,7 +514,7 @@ with tempfile.TemporaryDirectory() as tmp:
     reads = "reads the launcher's own lines ('{}'), which a Fendix line does not print"
     piped = "left as it is: its output is piped into a line that reads the launcher's own lines"
     goes = "left as it is: its output goes to {}, which a line reads for the launcher's own lines"
-    expect("readers", tool(["--script", "--check", "-"], reading), (2, "".join(f"-:{n}: {why}\n" for n, why in [
+    expect("readers", check(reading), (2, "".join(f"-:{n}: {why}\n" for n, why in [
         (1, goes.format('"$OUT"')), (2, translates.replace("fw", "dd") + " >/dev/null"),
         (3, translates.replace("type fw", "scope latest") + " >>log2"), (3, goes.format("log")),
         (3, goes.format("log")),
@@ -519,22 +522,21 @@ with tempfile.TemporaryDirectory() as tmp:
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (8, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
-        expect(f"a function named tovak: {defined!r}", tool(["--script", "--check", "-"], defined)[:2],
+        expect(f"a function named tovak: {defined!r}", check(defined)[:2],
                (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
                    "-:2: left as it is: cannot resolve /x/tovak: No such file or directory\n-:3: mentions tovak\n"))
     # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.
-    expect("delimiters", tool(["--script", "--check", "-"],
-                              'cat <<"E"\nx\n$(tovak co)\nE\ncat <<E\na(tovak co)\n\\$(tovak co)\n$x$(tovak co)\n'
-                              '$$(tovak co)\nE\n$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
+    expect("delimiters", check('cat <<"E"\nx\n$(tovak co)\nE\ncat <<E\na(tovak co)\n\\$(tovak co)\n$x$(tovak co)\n'
+                               '$$(tovak co)\nE\n$(tovak co)/tovak\n\\\ntovak co -F\n')[:2],
            (2, "-:3: mentions tovak\n-:6: mentions tovak\n-:7: mentions tovak\n-:8: left as it is: inside a command "
                "substitution\n-:9: mentions tovak\n-:11: left as it is: a $ expansion\n"
                f"-:11: left as it is: inside a command substitution\n-:13: {translates}\n"))
     # tovak as a word of its own, not a piece of another name; an indent of a tab and a blank.
     words = ["tova  ;", "xtovak tovakx tovak- _tovak 9tovak tova  ;", "tovak", "tovak x", "tovakx", "xtovak tovak;"]
     echoed = 'cat <<"E"\n' + "".join(f"echo {w}\n" for w in words) + "E\n"
-    expect("mentions", tool(["--script", "--check", "-"], echoed),
-           (0, "-:4: mentions tovak\n-:5: mentions tovak\n-:7: mentions tovak\n", summary(mentions=3)))
+    expect("mentions", check(echoed), (0, "-:4: mentions tovak\n-:5: mentions tovak\n-:7: mentions tovak\n",
+                                       summary(mentions=3)))
     indented = ("\t # tovak-translate: left as it is: the Fendix line would hand '#' to the shell as syntax\n"
                 '\t tovak co -l "#"\n')
     expect("indented", [tool(["--script", "-"], text)[1] for text in ['\t tovak co -l "#"\n', indented]],
@@ -543,8 +545,7 @@ with tempfile.TemporaryDirectory() as tmp:
                            ("$(cat <<E)/tovak co", "a here-document that begins inside a command substitution"),
                            ("y=`#`; tovak co", "a comment or here-document inside backquotes"),
                            ('echo "${x:-it\'s}"; tovak co', "a single quote inside ${...} within double quotes")]:
-        expect(script, tool(["--script", "--check", "-"], script + "\n")[1],
-               f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
+        expect(script, check(script)[1], f"-:1: left as it is: after {reason}, where quoting cannot be followed\n")
     expect("one refusal", tool(["--script", "-"], "tovak co --fendix x\n")[0::2], (2, summary(refused=1)))
     # Substitutions nested past the limit, and braces alone: the file is written through.
     for text, deep in [('$(echo "' * 99999, True), ("${a:-" * 64, False), ("${a:-" * 65, True)]:
@@ -575,7 +576,7 @@ with tempfile.TemporaryDirectory() as tmp:
     expect("summary last", both, NEW + summary(translated=1))
     # Texts that end inside a quote, an expansion or a here-document, and one where quoting stops being certain
     # just after an invocation begins.
-    expect("each alone", [tool(["--script", "--check", "-"], text)[:2] for text in [
+    expect("each alone", [check(text)[:2] for text in [
         'tovak co "a\\', "echo `tovak co", "echo ${x tovak", 'echo ${x:-" tovak', "\"${x:-'}\"/tovak co",
         "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F",
         "tovak co -F >/x$(: return code)", "tovak co -F; tovak (", "tovak co >-; Fendix --output x; echo return code",
