@@ -580,6 +580,7 @@ with tempfile.TemporaryDirectory() as tmp:
         'tovak co "a\\', "echo `tovak co", "echo ${x tovak", 'echo ${x:-" tovak', "\"${x:-'}\"/tovak co",
         "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F",
         "tovak co -F >/x$(: return code)", "tovak co -F; tovak (", "tovak co >-; Fendix --output x; echo return code",
+        "tovak co >x; /o/Fendix x; echo return code",
         "tovak co -F | cat || (\n  echo return code\n)", "tovak co -F | (\n  grep -q 'return code'\n)"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
@@ -588,6 +589,7 @@ with tempfile.TemporaryDirectory() as tmp:
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates} >/x$(: return code)\n"),
             (2, f"-:1: {translates}\n-:1: refused by the library: Please specify the command!\n"),
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >-\n"),
+            (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >x\n"),
             (2, f"-:1: {translates}\n-:2: {reads.format('return code')}\n"),
             (2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
                 f"-:2: {reads.format('return code')}\n")])
