@@ -358,11 +358,14 @@ with tempfile.TemporaryDirectory() as tmp:
              summary()), LEGACY, "old"))
     expect("left alone", sorted(os.listdir(tmp)),
            ["bare.sh", "kept.sh", "kept.sh.orig", "link.sh", "real.sh", "real.sh.orig", "same.sh"])
-    os.mkdir(tmp + "/cron.d"), os.mkdir(tmp + "/kept"), write("cron.d/job", "* * * * * root " + LEGACY)
-    in_place = ["--crontab", "--in-place", "--backup-dir", tmp + "/kept", "cron.d/job"]
-    expect("a crontab in place", (tool(in_place, cwd=tmp)[0],
-                                  os.listdir(tmp + "/cron.d"), read("cron.d/job"), read("kept/job.orig")),
+    # The backup on another file system where there is one (a copy, not a link), standard input closed.
+    os.mkdir(tmp + "/cron.d"), write("cron.d/job", "* * * * * root " + LEGACY)
+    kept = tempfile.mkdtemp(dir="/dev/shm" if os.path.isdir("/dev/shm") else tmp)
+    in_place = ["--crontab", "--in-place", "--backup-dir", kept, "cron.d/job"]
+    expect("a crontab in place", (tool(in_place, None, cwd=tmp)[0], os.listdir(tmp + "/cron.d"), read("cron.d/job"),
+                                  Path(kept, "job.orig").read_text()),
            (0, ["job"], "* * * * * root " + NEW, "* * * * * root " + LEGACY))
+    shutil.rmtree(kept)
     write("x" * 250, LEGACY)  # too long a name for the temporary file beside it
     expect("no temporary file", tool(["--script", "--in-place", "x" * 250], cwd=tmp)[0::2], (1, USAGE.format(
         f"cannot create a temporary file beside {os.path.realpath(tmp)}/{'x' * 250}: File name too long") + summary()))
