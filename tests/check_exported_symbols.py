@@ -5,10 +5,7 @@
 # demangled, so the constructor and destructor variants count once.
 #
 # usage: check_exported_symbols.py LIBRARY INCLUDE_DIR
-import pathlib
-import re
-import subprocess
-import sys
+import pathlib, re, subprocess, sys
 
 STRING = "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
 TABLE = f"std::vector<std::pair<{STRING}, {STRING} >, std::allocator<std::pair<{STRING}, {STRING} > > >"

@@ -4,20 +4,10 @@
 # reading both pages without a warning.
 #
 # usage: docs_test.py TOVAK_TABLES DOC_DIR TOVAK_TRANSLATE
-import os
-import re
-import shutil
-import subprocess
-import sys
-import tempfile
+import os, re, shutil, subprocess, sys, tempfile
+from support.expectations import expect, finish
 
 TABLES, DOC, TRANSLATE = sys.argv[1], sys.argv[2], sys.argv[3]
-failures = []
-
-
-def expect(label, actual, wanted):
-    if actual != wanted:
-        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
 
 
 QK_FORMS = ("@form quenmark -s S\n@form quenmark --vq-address=a A\n@form quenmark --vq-user=u U\n"
@@ -98,5 +88,4 @@ for page in pages:
     done = subprocess.run(["groff", "-man", "-Tutf8", "-ww", "-z", f"{DOC}/{page}"], capture_output=True, text=True)
     expect(f"groff on {page}", (done.returncode, done.stderr), (0, ""))
 
-print("\n".join(failures) or "all documents as expected")
-sys.exit(1 if failures else 0)
+finish("all documents as expected")

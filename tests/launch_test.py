@@ -7,15 +7,8 @@
 # --valgrind the legacy lines run under memcheck instead, which must find no error and no leak.
 #
 # usage: launch_test.py BIN_DIR LINES_FILE NO_ENTRY_LIBRARY LIBDIR_FROM_BINDIR VERSION [--valgrind] [--sanitized]
-import concurrent.futures
-import itertools
-import os
-import re
-import shlex
-import shutil
-import subprocess
-import sys
-import tempfile
+import concurrent.futures, itertools, os, re, shlex, shutil, subprocess, sys, tempfile
+from support.expectations import expect, finish
 
 BIN, LINES = os.path.realpath(sys.argv[1]) + "/", sys.argv[2]
 NO_ENTRY, LIBDIR, VERSION = os.path.realpath(sys.argv[3]), sys.argv[4], sys.argv[5]
@@ -24,7 +17,6 @@ VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--errors-for-leak-kinds
             "--show-leak-kinds=definite,indirect,possible", "--error-exitcode=99"]
 SANITIZERS = {k: v for k, v in os.environ.items() if k.endswith("SAN_OPTIONS")}
 SANITIZED = "--sanitized" in sys.argv
-failures = []
 
 
 # Exit code, standard output and error of a child with exactly the environment given.
@@ -39,11 +31,6 @@ def run(program, arguments, env=None, argv0=None, prefix=(), cwd=None):
         if SANITIZED:  # a sanitizer's own remarks, such as on a missing /proc
             errors = "".join(line for line in errors.splitlines(True) if not re.match(r"==\d+==", line))
         return code, out.read().decode(errors="replace"), errors
-
-
-def expect(label, actual, wanted):
-    if actual != wanted:
-        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
 
 
 def launched(directory, line, status, fendix=""):
@@ -262,5 +249,4 @@ if "--valgrind" not in sys.argv:
     paths()
     launcher_places()
     failed_allocations(SANITIZED)
-print("\n".join(failures) or "all runs as expected")
-sys.exit(1 if failures else 0)
+finish("all runs as expected")

@@ -5,6 +5,7 @@
 #
 # usage: record_test.py BIN_DIR LINES_FILE   (exits 77, skipped, without mount namespaces)
 import os, re, select, shlex, shutil, socket, subprocess, sys, tempfile
+from support.expectations import expect, finish
 
 TOVAK, LINES = os.path.realpath(sys.argv[1]) + "/tovak", sys.argv[2]
 # On /dev, a tmpfs holding nothing but, if it is there, the socket $2 as log.
@@ -12,12 +13,6 @@ NAMESPACE = r'''set -e; mount -t tmpfs none /dev; [ ! -S "$1/$2" ] || { touch /d
 mount --bind "$1/$2" /dev/log; }; shift 2; exec "$@"'''
 FIELD = re.compile(rb'(?:^| )(\w+)=(?:"((?:[^"\\]|\\.)*)"?|(\S+))')  # each after one blank
 HEAD = re.compile(rb"<13>[A-Z][a-z]\w ( [1-9]|[1-3]\d) \d\d:\d\d:\d\d tovak\[\d+\]: (.*)", re.S)
-failures = []
-
-
-def expect(label, actual, wanted):
-    if actual != wanted:
-        failures.append(f"{label}:\n  got    {actual!r}\n  wanted {wanted!r}")
 
 
 # What a call in the namespace with the socket at printed and returned, and the fields of its
@@ -93,4 +88,4 @@ for offset in range(8):
     cut = re.fullmatch(rb"co -x*(\xc3\xa9\\x1b\\n)*(\xc3\xa9(\\x1b)?)?\[cut\]", record["line"])
     expect(f"cut {offset}", (2044 < record["size"] <= 2048, bool(cut)), (True, True))
 shutil.rmtree(TOP)
-sys.exit(print("\n".join(failures) or "all records as expected") or bool(failures))
+finish("all records as expected")
