@@ -312,6 +312,8 @@ for label, text, wanted in [
             ("IFS=,; tovak co -l $X", "an unquoted expansion in a script that sets IFS"),
             ('tovak co -l "$(x)"', "a $ expansion"), ('tovak co -l "$@"', "a $ expansion"),
             ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote"),
+            *((line, "a word holds 'PlainValue', the text the tool asks the library with in place of an "
+                     "expansion") for line in ['tovak co -l "$X" -m PlainValue0Z', 'tovak co -l "$aPlainValue0Z"']),
             ('tovak co -l "$return code"', "a value holds 'return code', which would make its Fendix line a line "
                                            "reading the launcher's lines")]]]:
     expect(f"--assume-plain-values: {label}", check(text, "--assume-plain-values")[1], wanted)

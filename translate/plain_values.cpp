@@ -1,11 +1,27 @@
 #include "plain_values.h"
 
+#include <algorithm>
 #include <cctype>
+#include <string_view>
 
 namespace translate {
 namespace {
 
-std::string placeholder(std::size_t index) { return "PlainValue" + std::to_string(index) + "Z"; }
+// Each expansion is asked of the library as kStem, its number and Z: letters and digits, which
+// the library copies whole wherever it copies a plain value.
+constexpr std::string_view kStem = "PlainValue";
+
+std::string placeholder(std::size_t index) {
+  return std::string(kStem) + std::to_string(index) + "Z";
+}
+
+// A call whose words already hold the stem is left: its placeholders could not be told apart.
+bool holdsStem(const Word& word) {
+  return word.value.find(kStem) != std::string::npos ||
+         std::any_of(word.parameters.begin(), word.parameters.end(), [](const Parameter& p) {
+           return p.name.find(kStem) != std::string::npos;
+         });
+}
 
 bool isNameByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
 
@@ -48,6 +64,10 @@ Placeholders withPlaceholders(const std::vector<Word>& arguments, bool ifsAssign
     if (!word.parameters.empty() && result.whyNot.empty()) {
       result.whyNot = whyNotPlain(word, i > 0 ? &arguments[i - 1] : nullptr, ifsAssigned);
     }
+    if (holdsStem(word) && result.whyNot.empty()) {
+      result.whyNot = "a word holds '" + std::string(kStem) +
+                      "', the text the tool asks the library with in place of an expansion";
+    }
     result.words.push_back(placeheld(word, next));
     next += word.parameters.size();
   }
@@ -69,10 +89,12 @@ std::string withExpansions(const std::string& commandLine, const std::vector<Wor
     bool held = false;
     for (std::size_t k = names.size(); k-- > 0;) {
       const std::string mark = placeholder(k);
-      for (std::size_t at; (at = token.find(mark)) != std::string::npos;) {
+      for (std::size_t at = 0; (at = token.find(mark, at)) != std::string::npos;) {
         const std::size_t after = at + mark.size();
         const bool braces = after < token.size() && isNameByte(token[after]);
-        token.replace(at, mark.size(), braces ? "${" + names[k] + "}" : "$" + names[k]);
+        const std::string expansion = braces ? "${" + names[k] + "}" : "$" + names[k];
+        token.replace(at, mark.size(), expansion);
+        at += expansion.size();
         held = true;
       }
     }

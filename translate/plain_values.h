@@ -1,7 +1,7 @@
 // Calls whose values hold parameter expansions ("$REPO", ${U}): the Fendix line they become
 // when every expansion has a plain value, one that the library copies or cuts as it stands
 // and the shell reads back unchanged. Each expansion is asked of the library as a
-// placeholder, a plain value no script holds, and written back in double quotes.
+// placeholder, a plain value that none of its words holds, and written back in double quotes.
 #ifndef TOVAK_TRANSLATE_PLAIN_VALUES_H
 #define TOVAK_TRANSLATE_PLAIN_VALUES_H
 
