@@ -418,7 +418,7 @@ with tempfile.TemporaryDirectory() as tmp:
             "sudo", "exec", "command", "nohup", "time", "env", "sudo -u fw -E -- nice -n 10 -5", "sudo -ufw -- A=1",
             "env -i -u X -- A=1", "env - -C / --unset=Y", "timeout -s 15 --kill-after=5 1m", "timeout -sKILL 1",
             "ionice -c 3 -t", "chrt -b -R 0", "taskset -c 0-3", "flock -x -w 5 /l", "setsid -f", "stdbuf -o L -eL",
-            "time -p", "command -p", "nice -10", "/usr/bin/sudo -n", 'sudo -u "$U"', "nice --adjustment=1",
+            "/usr/bin/time -p", "command -p", "nice -10", "/usr/bin/sudo -n", 'sudo -u "$U"', "nice --adjustment=1",
             "sudo 2>/dev/null", *(f"timeout -s {signal} 1" for signal in "TERM SIGTERM 9 SIGKILL".split()),
             # Every option each wrapper's grammar knows.
             "sudo -AEHknPSB -uu -gg -C3 -D/ -pp -rr -tt -T1 -Uu --askpass --preserve-env --set-home --non-interactive "
@@ -459,6 +459,17 @@ with tempfile.TemporaryDirectory() as tmp:
                                                           "chroot", "unshare", "systemd-run", "doas", "pkexec"])]],
         *[(line, "left as it is: runs tovak through $T, whose value is known only when the script runs")
           for line in ["$T co -F", '"${T}" co', "sudo -- $T co"]],
+        # Set through an expansion, or by a for loop; run by a runner, or by a program not known.
+        ("X=${X:-/b/tovak} Y=$(command -v tovak) C='tovak co' && for v in a tovak; do :; done", "mentions tovak"),
+        *[(f"{line} co", f"left as it is: runs tovak through ${name}, whose value is known only when the script "
+                         "runs") for line, name in [("$X", "X"), ('"$Y"', "Y"), ("$v", "v")]],
+        ('eval "$C"', later.format("eval")),
+        *[(line, f"left as it is: tovak is among the words of {name}, a program the tool does not know, which "
+                 "may run it") for line, name in [("run tovak co -F", "run"), ('retry 3 "$T" co', "retry"),
+                                                  ("tmux new 'tovak co -F'", "tmux"), ("\\if tovak co", "if")]],
+        *[(line, "mentions tovak") for line in ["echo tovak co -F", "[ -x /b/tovak ] && [[ -x /b/tovak ]]",
+                                                "1a=3 tovak co"]],
+        ("function fw { tovak co -F; }", translates),
         *[(line, translates) for line in [
             "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac",
             "case a in (x|tovak) :;; a) tovak co -F;; esac",
@@ -474,7 +485,7 @@ with tempfile.TemporaryDirectory() as tmp:
         ("tovak co -l 'return code'", "left as it is: a value holds 'return code', which would make its Fendix line a "
                                       "line reading the launcher's lines"),
         *[(line, "mentions tovak") for line in [
-            "echo '/x/tovak' # tovak", "echo ${y:-;tovak co }", "echo ${y:-$(echo };tovak co)}", "\\if tovak co",
+            "echo '/x/tovak' # tovak", "echo ${y:-;tovak co }", "echo ${y:-$(echo };tovak co)}",
             'echo "$$(tovak co)"', "echo $((1<<2)) tovak co", "echo ${x:-\\}$(tovak co)}", "command -v tovak",
             "command -V tovak", "sudo -l tovak co", "sudo --list tovak", "ionice -p 1 tovak", "chrt -p 1 tovak",
             "taskset -p 1 tovak", "type tovak", "case tovak in tovak|x) :;; (tovak) :;; esac",
@@ -520,9 +531,10 @@ with tempfile.TemporaryDirectory() as tmp:
         (3, translates.replace("type fw", "scope latest") + " 2>log"), (3, goes.format("log")),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (8, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
-    for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
+    for defined in ['tovak co -l "$R"\n/x/tovak co\ntovak()', "tovak co -F\n/x/tovak co\nfunction tovak",
+                    "tovak co -F\n/x/tovak co\nalias tovak=x"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],
-               (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
+               (2, "-:1: left as it is: the script defines a function or alias named tovak, which this runs\n"
                    "-:2: left as it is: cannot resolve /x/tovak: No such file or directory\n-:3: mentions tovak\n"))
     # Here-documents quoted or not, of two lines; an invocation inside the program word of another, listed after it;
     # a continuation ahead of the program word.

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <set>
 
+#include "entry/translation.h"
+#include "reason_text.h"
 #include "script_rewriter.h"
 #include "wrapper_grammar.h"
 
@@ -27,6 +29,26 @@ bool isAssignment(std::string_view text, const Word& word) {
 
 bool namesLauncher(std::string_view value) {
   return value == "tovak" || (value.size() >= 6 && value.substr(value.size() - 6) == "/tovak");
+}
+
+bool isCommandWord(std::string_view value) {
+  return std::any_of(tovak::kCommandWords.begin(), tovak::kCommandWords.end(),
+                     [&](const auto& word) { return value == word.name || value == word.abbreviation; });
+}
+
+// A text that holds a legacy line: the launcher's name and a command word, between blanks.
+bool holdsLegacyLine(std::string_view text) {
+  std::string_view previous;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t begin = text.find_first_not_of(" \t\n", at);
+    if (begin == std::string_view::npos) break;
+    const std::size_t end = std::min(text.find_first_of(" \t\n", begin), text.size());
+    const std::string_view current = text.substr(begin, end - begin);
+    if (namesLauncher(previous) && isCommandWord(current)) return true;
+    previous = current;
+    at = end;
+  }
+  return false;
 }
 
 // The variable a program word expands whole: $T, ${T}, "$T" or "${T}"; empty otherwise.
@@ -89,9 +111,9 @@ class Finder {
         return Expect::kCaseIn;
       case Expect::kCaseIn:
         return isOneOf(word, {"in"}) ? Expect::kPattern : Expect::kArguments;
-      case Expect::kFunctionName:
+      case Expect::kFunctionName:  // function NAME { ...: the body is in command position
         definesLauncher_ = definesLauncher_ || word.value == "tovak";
-        [[fallthrough]];
+        return Expect::kCommand;
       case Expect::kArguments:
         return Expect::kArguments;
       case Expect::kCommand:
@@ -112,6 +134,8 @@ class Finder {
     while (last + 1 < tokens.size() && (tokens[last + 1].kind == TokenKind::kWord ||
                                         tokens[last + 1].kind == TokenKind::kRedirection)) {
       ++last;
+      definesLauncher_ = definesLauncher_ || (isOneOf(word, {"alias"}) &&
+                                              tokens[last].word.value.rfind("tovak=", 0) == 0);
     }
     readCommand(text, tokens, i, last, base, inside);
     for (++i; i <= last; ++i) findInside(text, tokens[i].word.substitutions, base);
@@ -128,6 +152,25 @@ class Finder {
 
   bool refersToLauncher(const Word& word) const {
     return namesLauncher(word.value) || launcherVariables_.count(variableOf(word)) > 0;
+  }
+
+  // A word another program may run tovak from: its text names tovak, or it expands a variable
+  // the script sets to a value naming tovak.
+  bool mayRunLauncher(const Word& word) const {
+    return mentionsLauncher(word.value) ||
+           std::any_of(word.parameters.begin(), word.parameters.end(), [&](const Parameter& p) {
+             return launcherVariables_.count(p.name) > 0;
+           });
+  }
+
+  // Words of a program the tool does not know that hold a legacy line: "run tovak co -F",
+  // "retry 3 "$T" co", "tmux new 'tovak co -F'".
+  bool holdLegacyLine(const std::vector<Word>& words, std::size_t from) const {
+    for (std::size_t k = from; k < words.size(); ++k) {
+      const bool followed = k + 1 < words.size() && isCommandWord(words[k + 1].value);
+      if ((refersToLauncher(words[k]) && followed) || holdsLegacyLine(words[k].value)) return true;
+    }
+    return false;
   }
 
   // The simple command of tokens[first..last], its wrappers followed to the command they run.
@@ -168,6 +211,8 @@ class Finder {
       invocation.program = words[w];
       invocation.unknownBecause = "runs tovak through $" + std::string(name) +
                                   ", whose value is known only when the script runs";
+    } else if (onlyReadsItsWords(words[w])) {
+      return;
     } else if (!words[w].unknownBecause.empty() &&
                std::any_of(from(words, w + 1), words.cend(),
                            [&](const Word& word) { return refersToLauncher(word); })) {
@@ -176,9 +221,15 @@ class Finder {
       invocation.unknownBecause = "the program before tovak is " + words[w].unknownBecause;
     } else if (const LaterRun later = runsLater(words, w);
                std::any_of(from(words, later.from), words.cend(),
-                           [](const Word& word) { return mentionsLauncher(word.value); })) {
+                           [&](const Word& word) { return mayRunLauncher(word); })) {
       invocation.program = words[w];
       invocation.unknownBecause = later.reason;
+    } else if (later.from == std::string::npos && words[w].value.find('=') == std::string::npos &&
+               holdLegacyLine(words, w + 1)) {
+      // (A word such as 1a=3 is a mistyped assignment, not a program anyone installs.)
+      invocation.program = words[w];
+      invocation.unknownBecause = "tovak is among the words of " + oneLine(words[w].value) +
+                                  ", a program the tool does not know, which may run it";
     } else {
       return;
     }
@@ -249,17 +300,32 @@ class Finder {
   bool definesLauncher_ = false;
 };
 
-// The variables the script assigns a value naming the launcher anywhere: T=/usr/bin/tovak,
-// export T="sudo tovak".
+// Whether a for list, from tokens[i] on, names the launcher.
+bool listNamesLauncher(std::string_view text, const std::vector<Token>& tokens, std::size_t i) {
+  for (; i < tokens.size() && tokens[i].kind == TokenKind::kWord; ++i) {
+    const Word& word = tokens[i].word;
+    if (mentionsLauncher(text.substr(word.begin, word.end - word.begin))) return true;
+  }
+  return false;
+}
+
+// The variables the script assigns a value naming the launcher anywhere, as written, so
+// within expansions too: T=/usr/bin/tovak, export T="sudo tovak", T=${T:-tovak},
+// T=$(command -v tovak); and the variable of a for loop over a list naming it.
 std::set<std::string> launcherVariables(std::string_view text, const LexedScript& script) {
   std::set<std::string> names;
-  for (const Token& token : script.tokens) {
-    if (token.kind != TokenKind::kWord || !isAssignment(text, token.word)) continue;
-    const std::string& value = token.word.value;
-    const std::size_t equals = value.find('=');
-    if (equals != std::string::npos &&
-        mentionsLauncher(std::string_view(value).substr(equals + 1))) {
-      names.insert(value.substr(0, equals));
+  const std::vector<Token>& tokens = script.tokens;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const Word& word = tokens[i].word;
+    if (tokens[i].kind != TokenKind::kWord) continue;
+    const std::string_view written = text.substr(word.begin, word.end - word.begin);
+    const std::size_t equals = written.find('=');
+    if (isAssignment(text, word) && mentionsLauncher(written.substr(equals + 1))) {
+      names.emplace(written.substr(0, equals));
+    }
+    if (isOneOf(word, {"for"}) && i + 2 < tokens.size() && isOneOf(tokens[i + 2].word, {"in"}) &&
+        listNamesLauncher(text, tokens, i + 3)) {
+      names.insert(tokens[i + 1].word.value);
     }
   }
   return names;
@@ -277,8 +343,10 @@ std::vector<Invocation> findInvocations(std::string_view text, const LexedScript
   finder.find(text, script, 0, false);
   if (finder.definesLauncher()) {
     for (Invocation& invocation : found) {
-      if (invocation.program.value == "tovak" && invocation.unknownBecause.empty()) {
-        invocation.unknownBecause = "the script defines a function named tovak, which this runs";
+      if (invocation.program.value == "tovak" &&
+          (invocation.unknownBecause.empty() || invocation.valuesVary)) {
+        invocation.unknownBecause =
+            "the script defines a function or alias named tovak, which this runs";
         invocation.valuesVary = false;
       }
     }

@@ -15,7 +15,7 @@ using Names = std::initializer_list<std::string_view>;
 // the first other word ending them too), then its operands, then the command.
 struct Grammar {
   std::string_view name;
-  bool builtin;              // exec, command and time: the shell's own, never a path
+  bool builtin;              // exec and command: the shell's own, never a path
   std::string_view flags;    // short options without a value
   std::string_view valued;   // short options with a value
   std::string_view nothing;  // short options after which no command runs
@@ -57,7 +57,7 @@ const Grammar kGrammars[] = {
      {"--timeout", "--wait", "--conflict-exit-code"}, {}, 1, false},
     {"setsid", false, "cfw", "", "", {"--ctty", "--fork", "--wait"}, {}, {}, 0, false},
     {"stdbuf", false, "", "ioe", "", {}, {"--input", "--output", "--error"}, {}, 0, false},
-    {"time", true, "apqv", "fo", "", {"--append", "--portability", "--quiet", "--verbose"},
+    {"time", false, "apqv", "fo", "", {"--append", "--portability", "--quiet", "--verbose"},
      {"--format", "--output"}, {}, 0, false},
     {"exec", true, "", "", "", {}, {}, {}, 0, false},
     {"command", true, "p", "", "vV", {}, {}, {}, 0, false},
@@ -69,6 +69,12 @@ constexpr std::string_view kRunners[] = {
     "sh",     "dash",    "bash",   "ksh",     "zsh",         "su",       "runuser", "eval",
     "trap",   "watch",   "ssh",    "xargs",   "find",        "parallel", "at",      "batch",
     "script", "nsenter", "chroot", "unshare", "systemd-run", "doas",     "pkexec"};
+
+// Programs that only print, test or look for their words.
+constexpr std::string_view kTextReaders[] = {
+    "echo",  "printf", "logger", "grep", "egrep",   "fgrep", "test",  "[",  "[[",
+    ":",     "type",   "which",  "hash", "whereis", "pgrep", "pkill", "ls", "killall",
+    "pidof", "man"};
 
 template <typename Range>
 bool contains(const Range& names, std::string_view name) {
@@ -243,6 +249,10 @@ LaterRun runsLater(const std::vector<Word>& words, std::size_t program) {
     return {};
   }
   return {from, laterReason(name)};
+}
+
+bool onlyReadsItsWords(const Word& program) {
+  return contains(kTextReaders, programName(program));
 }
 
 }  // namespace translate

@@ -40,6 +40,10 @@ struct LaterRun {
 };
 LaterRun runsLater(const std::vector<Word>& words, std::size_t program);
 
+// A program that only prints, tests or looks for its words and never runs them (echo, printf,
+// logger, grep, test, [, ...): "echo tovak co -F" is a mention.
+bool onlyReadsItsWords(const Word& program);
+
 }  // namespace translate
 
 #endif  // TOVAK_TRANSLATE_WRAPPER_GRAMMAR_H
