@@ -588,7 +588,9 @@ with tempfile.TemporaryDirectory() as tmp:
         "cat <<E\nx tovak", "echo ${x:-'}'}; tovak co -F", "cat <<E\n`\nE\ntovak co -F",
         "tovak co -F >/x$(: return code)", "tovak co -F; tovak (", "tovak co >-; Fendix --output x; echo return code",
         "tovak co >x; /o/Fendix x; echo return code",
-        "tovak co -F | cat || (\n  echo return code\n)", "tovak co -F | (\n  grep -q 'return code'\n)"]],
+        "tovak co -F | cat || (\n  echo return code\n)", "tovak co -F | (\n  grep -q 'return code'\n)",
+        "tovak co -F | while read l; do\n  grep -q 'return code'\ndone", "( tovak co -F ) | grep -q fendx",
+        "while :; do tovak co -F; done >&2 | grep -q fendx"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
@@ -598,7 +600,9 @@ with tempfile.TemporaryDirectory() as tmp:
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >-\n"),
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates.replace(' --type fw', '')} >x\n"),
             (2, f"-:1: {translates}\n-:2: {reads.format('return code')}\n"),
-            (2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
-                f"-:2: {reads.format('return code')}\n")])
+            *[(2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
+                  f"-:2: {reads.format('return code')}\n")] * 2,
+            *[(2, f"-:1: {reads.format('fendx')}\n-:1: left as it is: its output is piped into a line that reads "
+                  "the launcher's own lines\n")] * 2])
 
 finish("all passed")

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <utility>
 
 #include "entry/translation.h"
 #include "reason_text.h"
@@ -68,6 +69,83 @@ bool writesStandardOutput(const Token& token) {
   return (op == ">" || op == ">>" || op == ">|") && (fd.empty() || fd == "1");
 }
 
+// Compound commands, by the word or operator that opens one and the one that closes it.
+constexpr std::pair<std::string_view, std::string_view> kCompounds[] = {
+    {"(", ")"},      {"{", "}"},        {"if", "fi"},     {"case", "esac"},
+    {"for", "done"}, {"while", "done"}, {"until", "done"}, {"select", "done"}};
+
+// The text of tokens[i] when it may open or close a compound command: an operator, or an
+// unquoted word where a command begins; empty otherwise.
+std::string_view compoundText(const std::vector<Token>& tokens, std::size_t i) {
+  if (tokens[i].kind == TokenKind::kOperator) return tokens[i].op;
+  if (tokens[i].kind != TokenKind::kWord || tokens[i].word.quoted) return {};
+  const bool commandStarts =
+      i == 0 || tokens[i - 1].kind == TokenKind::kOperator ||
+      tokens[i - 1].kind == TokenKind::kNewline ||
+      isOneOf(tokens[i - 1].word, {"then", "do", "else", "elif", "{", "!", "if", "while", "until"});
+  return commandStarts ? std::string_view(tokens[i].word.value) : std::string_view();
+}
+
+std::string_view closerOf(std::string_view opener) {
+  for (const auto& [open, close] : kCompounds) {
+    if (open == opener) return close;
+  }
+  return {};
+}
+
+bool isCloser(std::string_view text) {
+  return !text.empty() && std::any_of(std::begin(kCompounds), std::end(kCompounds),
+                                      [&](const auto& compound) { return compound.second == text; });
+}
+
+// The offset where the pipeline that goes on at tokens[next] ends: at a separator outside the
+// compound commands opened in it (line ends too, but not right after a "|"), or where a
+// compound command around it closes.
+std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
+                        std::size_t next) {
+  std::vector<std::string_view> awaited;  // the closers of the compound commands opened
+  bool afterPipe = false;
+  for (std::size_t i = next; i < tokens.size(); ++i) {
+    const std::string_view compound = compoundText(tokens, i);
+    if (!closerOf(compound).empty()) {
+      awaited.push_back(closerOf(compound));
+    } else if (isCloser(compound)) {
+      if (awaited.empty()) return tokens[i].begin;
+      if (awaited.back() == compound) awaited.pop_back();  // else a case pattern's ")"
+    }
+    const std::string& op = tokens[i].op;
+    if (awaited.empty() && (op == ";" || op == ";;" || op == "&" || op == "&&" || op == "||" ||
+                            (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
+      return tokens[i].begin;
+    }
+    afterPipe = op == "|" || (afterPipe && tokens[i].kind == TokenKind::kNewline);
+  }
+  return text.size();
+}
+
+// The compound commands whose output is piped, from their opening to the end of the pipeline
+// they feed: every call inside one feeds that pipeline.
+std::vector<Span> pipedCompounds(std::string_view text, const std::vector<Token>& tokens) {
+  std::vector<std::pair<std::string_view, std::size_t>> open;  // closer awaited, opening offset
+  std::vector<Span> piped;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const std::string_view compound = compoundText(tokens, i);
+    if (!closerOf(compound).empty()) {
+      open.emplace_back(closerOf(compound), tokens[i].begin);
+      continue;
+    }
+    if (open.empty() || open.back().first != compound) continue;
+    const std::size_t opening = open.back().second;
+    open.pop_back();
+    std::size_t after = i + 1;
+    while (after < tokens.size() && tokens[after].kind == TokenKind::kRedirection) ++after;
+    if (after < tokens.size() && tokens[after].op == "|") {
+      piped.push_back({opening, pipelineEnd(text, tokens, after + 1)});
+    }
+  }
+  return piped;
+}
+
 enum class Expect { kCommand, kArguments, kCaseSubject, kCaseIn, kPattern, kFunctionName };
 
 class Finder {
@@ -80,6 +158,7 @@ class Finder {
 
   void find(std::string_view text, const LexedScript& script, std::size_t base, bool inside) {
     const std::vector<Token>& tokens = script.tokens;
+    const std::vector<Span> outerPiped = std::exchange(pipedCompounds_, pipedCompounds(text, tokens));
     Expect expect = Expect::kCommand;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
       findInside(text, tokens[i].word.substitutions, base);
@@ -96,6 +175,7 @@ class Finder {
       }
     }
     findInside(text, script.hereDocumentSubstitutions, base);
+    pipedCompounds_ = outerPiped;
   }
 
  private:
@@ -239,6 +319,12 @@ class Finder {
       invocation.words.push_back({invocation.begin, base + invocation.program.end});
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
+    for (const Span& compound : pipedCompounds_) {
+      if (compound.begin <= tokens[first].begin && tokens[first].begin < compound.end) {
+        invocation.piped = true;
+        invocation.pipelineEnd = std::max(invocation.pipelineEnd, base + compound.end);
+      }
+    }
     if (inside) {
       invocation.unknownBecause = "inside a command substitution";
       invocation.valuesVary = false;
@@ -276,28 +362,11 @@ class Finder {
     return invocation;
   }
 
-  // The offset where the pipeline that goes on at tokens[next] ends.
-  static std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
-                                 std::size_t next) {
-    int depth = 0;
-    bool afterPipe = false;  // line ends (and the comment lines they bring) go on after a "|"
-    for (std::size_t i = next; i < tokens.size(); ++i) {
-      const std::string& op = tokens[i].op;
-      if (op == "(") ++depth;
-      if (op == ")" && depth-- == 0) return tokens[i].begin;
-      if (depth == 0 && (op == ";" || op == ";;" || op == "&" || op == "&&" || op == "||" ||
-                         (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
-        return tokens[i].begin;
-      }
-      afterPipe = op == "|" || (afterPipe && tokens[i].kind == TokenKind::kNewline);
-    }
-    return text.size();
-  }
-
   std::vector<Invocation>& found_;
   const std::set<std::string>& launcherVariables_;
   const std::string& fendix_;
   bool definesLauncher_ = false;
+  std::vector<Span> pipedCompounds_;  // of the text find() reads now
 };
 
 // Whether a for list, from tokens[i] on, names the launcher.
