@@ -590,7 +590,9 @@ with tempfile.TemporaryDirectory() as tmp:
         "tovak co >x; /o/Fendix x; echo return code",
         "tovak co -F | cat || (\n  echo return code\n)", "tovak co -F | (\n  grep -q 'return code'\n)",
         "tovak co -F | while read l; do\n  grep -q 'return code'\ndone", "( tovak co -F ) | grep -q fendx",
-        "while :; do tovak co -F; done >&2 | grep -q fendx"]],
+        "while :; do tovak co -F; done >&2 | grep -q fendx",
+        "sh <<E\ntovak co\nE", "cat <<-'E' | ssh h\n\ttovak co\n\tE", "echo 'tovak co' | sh", "bash <<<'tovak co'",
+        "sh <<-E\n\tx\n\tE\ntovak"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
@@ -603,6 +605,10 @@ with tempfile.TemporaryDirectory() as tmp:
             *[(2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
                   f"-:2: {reads.format('return code')}\n")] * 2,
             *[(2, f"-:1: {reads.format('fendx')}\n-:1: left as it is: its output is piped into a line that reads "
-                  "the launcher's own lines\n")] * 2])
+                  "the launcher's own lines\n")] * 2,
+            *[(2, f"-:1: left as it is: tovak is run later by {runner}, from its standard input, which the tool "
+                  f"does not rewrite\n{mention}") for runner, mention in [
+                ("sh", "-:2: mentions tovak\n"), ("ssh", "-:2: mentions tovak\n"), ("sh", ""), ("bash", "")]],
+            (2, "-:4: refused by the library: Please specify the command!\n")])
 
 finish("all passed")

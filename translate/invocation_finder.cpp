@@ -146,6 +146,46 @@ std::vector<Span> pipedCompounds(std::string_view text, const std::vector<Token>
   return piped;
 }
 
+// Whether the body of the here-document that redirection opens, the first after offset from,
+// mentions tovak.
+bool hereDocumentMentions(std::string_view text, std::size_t from, const Token& redirection) {
+  const bool tabsStripped = redirection.op.find("<<-") != std::string::npos;
+  for (std::size_t line = text.find('\n', from); line != std::string_view::npos;) {
+    const std::size_t end = std::min(text.find('\n', line + 1), text.size());
+    std::string_view body = text.substr(line + 1, end - line - 1);
+    if (tabsStripped) body.remove_prefix(std::min(body.find_first_not_of('\t'), body.size()));
+    if (body == redirection.word.value) return false;
+    if (mentionsLauncher(body)) return true;
+    line = end < text.size() ? end : std::string_view::npos;
+  }
+  return false;
+}
+
+// Whether the command of tokens[first..last] is given a text naming tovak on its standard
+// input: from a here-document or here-string of its own, or from the pipeline before it
+// (echo 'tovak co -F' | sh, cat <<E | sh).
+bool readsLauncherText(std::string_view text, const std::vector<Token>& tokens, std::size_t first,
+                       std::size_t last) {
+  std::size_t start = first;
+  while (start > 0 && tokens[start - 1].kind != TokenKind::kNewline &&
+         (tokens[start - 1].kind != TokenKind::kOperator || tokens[start - 1].op == "|")) {
+    --start;
+  }
+  if (start < first &&
+      mentionsLauncher(text.substr(tokens[start].begin, tokens[first].begin - tokens[start].begin))) {
+    return true;
+  }
+  for (std::size_t k = start; k <= last; ++k) {
+    const std::string& op = tokens[k].op;
+    if (tokens[k].kind != TokenKind::kRedirection || op.find("<<") == std::string::npos) continue;
+    if (op.find("<<<") != std::string::npos ? mentionsLauncher(tokens[k].word.value)
+                                             : hereDocumentMentions(text, tokens[last].end, tokens[k])) {
+      return true;
+    }
+  }
+  return false;
+}
+
 enum class Expect { kCommand, kArguments, kCaseSubject, kCaseIn, kPattern, kFunctionName };
 
 class Finder {
@@ -304,6 +344,10 @@ class Finder {
                            [&](const Word& word) { return mayRunLauncher(word); })) {
       invocation.program = words[w];
       invocation.unknownBecause = later.reason;
+    } else if (later.from != std::string::npos && readsLauncherText(text, tokens, first, last)) {
+      invocation.program = words[w];
+      invocation.unknownBecause = "tovak is run later by " + oneLine(programName(words[w])) +
+                                  ", from its standard input, which the tool does not rewrite";
     } else if (later.from == std::string::npos && words[w].value.find('=') == std::string::npos &&
                holdLegacyLine(words, w + 1)) {
       // (A word such as 1a=3 is a mistyped assignment, not a program anyone installs.)

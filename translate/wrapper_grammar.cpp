@@ -83,11 +83,6 @@ bool contains(const Range& names, std::string_view name) {
 
 bool contains(Names names, std::string_view name) { return contains<Names>(names, name); }
 
-std::string_view programName(const Word& word) {
-  const std::string_view value = word.value;
-  return value.substr(value.rfind('/') + 1);
-}
-
 const Grammar* grammarOf(const Word& program) {
   const std::string_view name = programName(program);
   for (const Grammar& grammar : kGrammars) {
@@ -249,6 +244,11 @@ LaterRun runsLater(const std::vector<Word>& words, std::size_t program) {
     return {};
   }
   return {from, laterReason(name)};
+}
+
+std::string_view programName(const Word& word) {
+  const std::string_view value = word.value;
+  return value.substr(value.rfind('/') + 1);
 }
 
 bool onlyReadsItsWords(const Word& program) {

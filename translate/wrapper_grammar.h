@@ -26,7 +26,10 @@ struct WrapperRead {
 };
 
 // The program a word names, for telling wrappers and runners apart: its last path component
-// ("/usr/bin/sudo" is sudo); shell builtins only by their bare name.
+// ("/usr/bin/sudo" is sudo).
+std::string_view programName(const Word& word);
+
+// Whether the word names a wrapper the grammar knows; shell builtins only by their bare name.
 bool isWrapper(const Word& program);
 
 // Reads the wrapper at words[at] and its own words.
