@@ -321,11 +321,11 @@ class Finder {
       invocation.words.push_back({base + named->begin, base + named->end});
       invocation.unknownBecause = wrapper.reason;
     } else if (namesLauncher(words[w].value)) {
-      invocation = readInvocation(text, tokens, tokenOf[w], last, base);
+      invocation = readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
     } else if (const std::string& value = words[w].value;
                value == "Fendix" || (!fendix_.empty() && value == fendix_) ||
                (value.size() > 7 && value.compare(value.size() - 7, 7, "/Fendix") == 0)) {
-      invocation = readInvocation(text, tokens, tokenOf[w], last, base);
+      invocation = readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
       invocation.isFendix = true;
     } else if (const std::string name = variableOf(words[w]); launcherVariables_.count(name) > 0) {
       invocation.program = words[w];
@@ -376,9 +376,13 @@ class Finder {
     found_.push_back(std::move(invocation));
   }
 
+  // The call whose program word is tokens[program], in the simple command of
+  // tokens[first..last]; redirections before the program word stay where they are written.
   static Invocation readInvocation(std::string_view text, const std::vector<Token>& tokens,
-                                   std::size_t program, std::size_t last, std::size_t base) {
+                                   std::size_t first, std::size_t program, std::size_t last,
+                                   std::size_t base) {
     Invocation invocation;
+    for (std::size_t i = first; i < program; ++i) addOutput(text, tokens[i], invocation);
     invocation.program = tokens[program].word;
     invocation.unknownBecause = invocation.program.unknownBecause;
     invocation.words.push_back({base + tokens[program].begin, base + tokens[program].end});
@@ -394,16 +398,32 @@ class Finder {
         // A redirection is carried over as written: what it expands to is the same for both.
         reason.clear();
         invocation.redirections.push_back({base + token.begin, base + token.end});
-        if (writesStandardOutput(token) && token.word.value != "/dev/null" &&
-            token.word.end > token.word.begin) {
-          invocation.outputs.emplace_back(
-              text.substr(token.word.begin, token.word.end - token.word.begin));
-        }
+        addOutput(text, token, invocation);
       }
       if (invocation.unknownBecause.empty()) invocation.unknownBecause = reason;
     }
     invocation.valuesVary = onlyParameters && !invocation.unknownBecause.empty();
     return invocation;
+  }
+
+  // The first token of the simple command whose first word is tokens[first]: redirections and
+  // assignments may stand before it.
+  static std::size_t leadOf(std::string_view text, const std::vector<Token>& tokens,
+                            std::size_t first) {
+    while (first > 0 && (tokens[first - 1].kind == TokenKind::kRedirection ||
+                         (tokens[first - 1].kind == TokenKind::kWord &&
+                          isAssignment(text, tokens[first - 1].word)))) {
+      --first;
+    }
+    return first;
+  }
+
+  static void addOutput(std::string_view text, const Token& token, Invocation& invocation) {
+    if (token.kind == TokenKind::kRedirection && writesStandardOutput(token) &&
+        token.word.value != "/dev/null" && token.word.end > token.word.begin) {
+      invocation.outputs.emplace_back(
+          text.substr(token.word.begin, token.word.end - token.word.begin));
+    }
   }
 
   std::vector<Invocation>& found_;
