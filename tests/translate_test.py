@@ -520,6 +520,11 @@ with tempfile.TemporaryDirectory() as tmp:
         (3, translates.replace("type fw", "scope latest") + " 2>log"), (3, goes.format("log")),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (8, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
+    # What makes a call unsafe to rewrite, each row one fault: a reader above the call, run later as a function.
+    for label, options, text, wanted in [
+            ("a reader above", [], 'c() { grep -q "return code" "$A"; }\ntovak co -D >"$A"; c\n',
+             [(1, reads.format("return code")), (2, goes.format('"$A"'))])]:
+        expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],
                (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"

@@ -196,7 +196,8 @@ class Rewriter {
     }
   }
 
-  // Why the launcher's own lines that the invocation prints are read further on, or empty.
+  // Why the launcher's own lines that the invocation prints are read by a line of the script,
+  // or empty. A reader above the call counts too: it may be a function run after it.
   std::string readBack(const Invocation& invocation) const {
     for (const std::size_t reader : readers_) {
       const std::size_t begin = starts_[reader];
@@ -204,7 +205,6 @@ class Rewriter {
       if (invocation.piped && end >= invocation.end && begin <= invocation.pipelineEnd) {
         return "its output is piped into a line that reads the launcher's own lines";
       }
-      if (end < invocation.begin) continue;
       // The reader's text, the invocation's own redirections and every call's words blanked.
       std::vector<Span> blanked = callWords_[reader];
       const std::size_t from = std::max(begin, invocation.begin);
