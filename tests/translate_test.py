@@ -523,7 +523,12 @@ with tempfile.TemporaryDirectory() as tmp:
     # What makes a call unsafe to rewrite, each row one fault: a reader above the call, run later as a function.
     for label, options, text, wanted in [
             ("a reader above", [], 'c() { grep -q "return code" "$A"; }\ntovak co -D >"$A"; c\n',
-             [(1, reads.format("return code")), (2, goes.format('"$A"'))])]:
+             [(1, reads.format("return code")), (2, goes.format('"$A"'))]),
+            ("what sh reads otherwise", [],
+             "tovak co -F 10>/dev/null\ntovak co &>/dev/null -F\ntovak co -F &>/dev/null 2>&1\n",
+             [(1, "left as it is: a redirection of descriptor 10, which sh reads as the word 10 and >"),
+              (2, "left as it is: a word after &>, which sh reads as the end of the command"),
+              (3, translates + " &>/dev/null 2>&1")])]:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],

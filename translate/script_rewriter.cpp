@@ -131,6 +131,7 @@ class Rewriter {
     }
     comments_.resize(rewrite_.lines.size());
     const LexedScript script = lexShell(text_);
+    tokens_ = &script.tokens;
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
@@ -224,12 +225,43 @@ class Rewriter {
     return "";
   }
 
+  // Why sh would split the call's command otherwise than bash, which the lexer follows, or
+  // empty: dash reads "10>" as the word 10 and ">", and "&>" as "&" and ">", so the words
+  // the rewrite moves ahead of the redirections would land in another command.
+  std::string readByShOtherwise(const Invocation& invocation) const {
+    const std::vector<Token>& tokens = *tokens_;
+    const auto inCommand = [&](std::size_t k) {
+      return tokens[k].kind == TokenKind::kWord || tokens[k].kind == TokenKind::kRedirection;
+    };
+    std::size_t first = 0;
+    while (first < tokens.size() && tokens[first].end <= invocation.begin) ++first;
+    if (first == tokens.size() || tokens[first].begin != invocation.begin) return "";
+    while (first > 0 && inCommand(first - 1)) --first;
+    std::string both;  // the &> or &>> met so far
+    for (std::size_t k = first; k < tokens.size() && inCommand(k); ++k) {
+      const std::string& op = tokens[k].op;
+      const std::size_t digits = std::min(op.find_first_not_of("0123456789"), op.size());
+      if (tokens[k].kind == TokenKind::kRedirection && digits > 1) {
+        return "a redirection of descriptor " + op.substr(0, digits) +
+               ", which sh reads as the word " + op.substr(0, digits) + " and " + op.substr(digits);
+      }
+      if (op == "&>" || op == "&>>") both = op;
+      if (!both.empty() && tokens[k].kind == TokenKind::kWord) {
+        return "a word after " + both + ", which sh reads as the end of the command";
+      }
+    }
+    return "";
+  }
+
   void judge(const Invocation& invocation) {
     if (invocation.begin >= uncertainFrom_) {
       return leave(invocation, "after " + uncertainBecause_ + ", where quoting cannot be followed");
     }
     if (!invocation.unknownBecause.empty() && !invocation.valuesVary) {
       return leave(invocation, invocation.unknownBecause);
+    }
+    if (const std::string reason = readByShOtherwise(invocation); !reason.empty()) {
+      return leave(invocation, reason);
     }
     // Values that hold expansions are asked as placeholders; without the option such a call
     // stays left as it always was, and says what it would become.
@@ -369,6 +401,7 @@ class Rewriter {
   const bool ifsAssigned_;
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
+  const std::vector<Token>* tokens_ = nullptr;  // the script's, while run() reads it
   std::vector<std::size_t> cleanStarts_;
   std::vector<std::size_t> readers_;
   std::vector<std::vector<Span>> callWords_;  // by line, offsets in the line
