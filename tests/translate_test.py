@@ -285,6 +285,9 @@ for label, arguments, text, wanted in [
             .replace("4 *", BASH + "4 *"), summary(translated=3, left=3, mentions=1))),
         ("a user's crontab", ["--crontab", "--crontab-user", "-"], "0 1 * * * tovak co -F\n@reboot  tovak co -F\n",
          (0, f"0 1 * * * {FENDIX_CO}\n@reboot  {FENDIX_CO}\n", summary(translated=2))),
+        ("a user's crontab read as a system one", ["--crontab", "-"], "0 6 * * * tovak co -F\n",
+         (2, "# tovak-translate: left as it is: tovak stands in the user field, so this looks like a user's crontab, "
+             "which --crontab-user reads\n0 6 * * * tovak co -F\n", summary(left=1))),
         ("in place, no backup directory", ["--crontab", "--in-place", "x"], "", (1, "", USAGE.format(
             "with --crontab, --in-place needs --backup-dir DIR or --no-backup, as a cron daemon may run a FILE.orig "
             "beside the crontab as well"))),
