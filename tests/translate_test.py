@@ -531,7 +531,9 @@ with tempfile.TemporaryDirectory() as tmp:
              "tovak co -F 10>/dev/null\ntovak co &>/dev/null -F\ntovak co -F &>/dev/null 2>&1\n",
              [(1, "left as it is: a redirection of descriptor 10, which sh reads as the word 10 and >"),
               (2, "left as it is: a word after &>, which sh reads as the end of the command"),
-              (3, translates + " &>/dev/null 2>&1")])]:
+              (3, translates + " &>/dev/null 2>&1")]),
+            ("a Fendix in a fendx directory", ["--fendix", "/opt/fendx/Fendix"], "tovak co -F\n",
+             [(1, translates.replace("Fendix", "/opt/fendx/Fendix"))])]:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],

@@ -299,11 +299,12 @@ class Rewriter {
       redirections.emplace_back(
           text_.substr(redirection.begin, redirection.end - redirection.begin));
     }
-    const std::string line =
-        fendix.program + " " +
-        (assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine);
-    // Its words stay out of reading for the launcher's lines only while they are its own.
-    if (const std::string_view text = launcherTextIn(line, {}); !text.empty()) {
+    const std::string arguments =
+        assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine;
+    const std::string line = fendix.program + " " + arguments;
+    // Its words stay out of reading for the launcher's lines only while they are its own; the
+    // program word is always its own, and may well be /opt/fendx/Fendix.
+    if (const std::string_view text = launcherTextIn(arguments, {}); !text.empty()) {
       return leaveFor("a value holds '" + std::string(text) +
                       "', which would make its Fendix line a line reading the launcher's lines");
     }
