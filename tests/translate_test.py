@@ -533,7 +533,10 @@ with tempfile.TemporaryDirectory() as tmp:
               (2, "left as it is: a word after &>, which sh reads as the end of the command"),
               (3, translates + " &>/dev/null 2>&1")]),
             ("a Fendix in a fendx directory", ["--fendix", "/opt/fendx/Fendix"], "tovak co -F\n",
-             [(1, translates.replace("Fendix", "/opt/fendx/Fendix"))])]:
+             [(1, translates.replace("Fendix", "/opt/fendx/Fendix"))]),
+            ("${A} as $A", [], 'tovak co -F >"${A}"; grep -q "return code" "$A"\ntovak co -F >$B; grep -q fendx ${B}\n',
+             [(1, reads.format("return code")), (1, goes.format('"${A}"')), (2, reads.format("fendx")),
+              (2, goes.format("$B"))])]:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],

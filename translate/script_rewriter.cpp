@@ -66,10 +66,24 @@ std::string_view launcherTextIn(std::string_view line, const std::vector<Span>& 
   return {};
 }
 
-std::string withoutDoubleQuotes(std::string_view text) {
+// A redirection target or a line as compared for naming the same file: "$OUT", $OUT and
+// ${OUT} all name it.
+std::string comparable(std::string_view text) {
   std::string kept;
-  for (const char c : text) {
-    if (c != '"') kept += c;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') continue;
+    if (text.substr(i, 2) == "${") {
+      std::size_t end = i + 2;
+      while (end < text.size() &&
+             (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '_'))
+        ++end;
+      if (end > i + 2 && end < text.size() && text[end] == '}') {
+        kept.append("$").append(text.substr(i + 2, end - i - 2));
+        i = end;
+        continue;
+      }
+    }
+    kept += text[i];
   }
   return kept;
 }
@@ -214,9 +228,9 @@ class Rewriter {
       std::string line = rewrite_.lines[reader];
       for (const Span& span : blanked)
         line.replace(span.begin, span.end - span.begin, span.end - span.begin, ' ');
-      line = withoutDoubleQuotes(line);
+      line = comparable(line);
       for (const std::string& target : invocation.outputs) {
-        if (line.find(withoutDoubleQuotes(target)) != std::string::npos) {
+        if (line.find(comparable(target)) != std::string::npos) {
           return "its output goes to " + oneLine(target) +
                  ", which a line reads for the launcher's own lines";
         }
