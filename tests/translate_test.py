@@ -538,6 +538,10 @@ with tempfile.TemporaryDirectory() as tmp:
              [(1, reads.format("return code")), (1, goes.format('"${A}"')), (2, reads.format("fendx")),
               (2, goes.format("$B"))])]:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
+    os.mkfifo(tmp + "/fifo")  # opened for reading, it would wait for a writer that never comes
+    fifo = subprocess.run([TOOL, "--script", tmp + "/fifo"], capture_output=True, timeout=10)
+    expect("a FIFO", (fifo.returncode, fifo.stderr.decode()),
+           (1, USAGE.format(f"cannot read {tmp}/fifo: not a regular file") + summary(0)))
     for defined in ["tovak co -F\n/x/tovak co\ntovak()", "tovak co -F\n/x/tovak co\nfunction tovak"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],
                (2, "-:1: left as it is: the script defines a function named tovak, which this runs\n"
