@@ -247,8 +247,10 @@ class Rewriter {
     const auto inCommand = [&](std::size_t k) {
       return tokens[k].kind == TokenKind::kWord || tokens[k].kind == TokenKind::kRedirection;
     };
-    std::size_t first = 0;
-    while (first < tokens.size() && tokens[first].end <= invocation.begin) ++first;
+    std::size_t first = static_cast<std::size_t>(
+        std::partition_point(tokens.begin(), tokens.end(),
+                             [&](const Token& token) { return token.end <= invocation.begin; }) -
+        tokens.begin());
     if (first == tokens.size() || tokens[first].begin != invocation.begin) return "";
     while (first > 0 && inCommand(first - 1)) --first;
     std::string both;  // the &> or &>> met so far
