@@ -285,6 +285,9 @@ for label, arguments, text, wanted in [
             .replace("4 *", BASH + "4 *"), summary(translated=3, left=3, mentions=1))),
         ("a user's crontab", ["--crontab", "--crontab-user", "-"], "0 1 * * * tovak co -F\n@reboot  tovak co -F\n",
          (0, f"0 1 * * * {FENDIX_CO}\n@reboot  {FENDIX_CO}\n", summary(translated=2))),
+        ("a user's crontab read as a system one", ["--crontab", "-"], "0 6 * * * tovak co -F\n",
+         (2, "# tovak-translate: left as it is: tovak stands in the user field, so this looks like a user's crontab, "
+             "which --crontab-user reads\n0 6 * * * tovak co -F\n", summary(left=1))),
         ("in place, no backup directory", ["--crontab", "--in-place", "x"], "", (1, "", USAGE.format(
             "with --crontab, --in-place needs --backup-dir DIR or --no-backup, as a cron daemon may run a FILE.orig "
             "beside the crontab as well"))),
@@ -531,6 +534,25 @@ with tempfile.TemporaryDirectory() as tmp:
         (3, translates.replace("type fw", "scope latest") + " 2>log"), (3, goes.format("log")),
         (4, reads.format("return code")), (5, reads.format("fendx")), (5, piped), (6, piped),
         (8, reads.format("translated command"))]), summary(translated=3, left=6, readers=3)))
+    # What makes a call unsafe to rewrite, each row one fault: a reader above the call, run later as a function.
+    for label, options, text, wanted in [
+            ("a reader above", [], 'c() { grep -q "return code" "$A"; }\ntovak co -D >"$A"; c\n',
+             [(1, reads.format("return code")), (2, goes.format('"$A"'))]),
+            ("what sh reads otherwise", [],
+             "tovak co -F 10>/dev/null\ntovak co &>/dev/null -F\ntovak co -F &>/dev/null 2>&1\n",
+             [(1, "left as it is: a redirection of descriptor 10, which sh reads as the word 10 and >"),
+              (2, "left as it is: a word after &>, which sh reads as the end of the command"),
+              (3, translates + " &>/dev/null 2>&1")]),
+            ("a Fendix in a fendx directory", ["--fendix", "/opt/fendx/Fendix"], "tovak co -F\n",
+             [(1, translates.replace("Fendix", "/opt/fendx/Fendix"))]),
+            ("${A} as $A", [], 'tovak co -F >"${A}"; grep -q "return code" "$A"\ntovak co -F >$B; grep -q fendx ${B}\n',
+             [(1, reads.format("return code")), (1, goes.format('"${A}"')), (2, reads.format("fendx")),
+              (2, goes.format("$B"))])]:
+        expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
+    os.mkfifo(tmp + "/fifo")  # opened for reading, it would wait for a writer that never comes
+    fifo = subprocess.run([TOOL, "--script", tmp + "/fifo"], capture_output=True, timeout=10)
+    expect("a FIFO", (fifo.returncode, fifo.stderr.decode()),
+           (1, USAGE.format(f"cannot read {tmp}/fifo: not a regular file") + summary(0)))
     for defined in ['tovak co -l "$R"\n/x/tovak co\ntovak()', "tovak co -F\n/x/tovak co\nfunction tovak",
                     "tovak co -F\n/x/tovak co\nalias tovak=x"]:  # defined last
         expect(f"a function named tovak: {defined!r}", check(defined)[:2],

@@ -66,6 +66,17 @@ class CrontabRewriter {
     const std::string_view variable = variableOf(line);
     const std::size_t start = commandStart(line, userFormat_);
     const std::size_t first = line.find_first_not_of(kBlanks);
+    // "0 6 * * * tovak co -F" read as a system entry runs "co" as the user tovak: an entry of
+    // a user's crontab, whose calls would otherwise pass unseen.
+    if (const std::size_t user = commandStart(line, true);
+        !userFormat_ && variable.empty() && user != std::string::npos && line[first] != '#' &&
+        mentionsLauncher(std::string_view(line).substr(user, start - user))) {
+      const Rewrite asUser = rewriteScript(std::string_view(line).substr(user), options_);
+      rewrite_.left += std::max(1, asUser.translated + asUser.left + asUser.refused);
+      return comment(i,
+                     "left as it is: tovak stands in the user field, so this looks like a "
+                     "user's crontab, which --crontab-user reads");
+    }
     if (!variable.empty() || start == std::string::npos || line[first] == '#') {
       if (variable == "SHELL") shell_ = valueOf(line);
       // cron hands its environment to every command after it.

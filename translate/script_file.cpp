@@ -69,7 +69,9 @@ bool copyOf(const std::string& from, const std::string& to, const struct stat& o
 bool readScript(const std::string& path, std::string& text, std::string& error) {
   // Told by the name, not the descriptor: with standard input closed, open() may give 0.
   const bool standardInput = path == "-";
-  const int fd = standardInput ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // O_NONBLOCK: opening a FIFO would wait for a writer before the check below could refuse it.
+  const int fd =
+      standardInput ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) return fail(error, "cannot read " + path);
   // A device or a pipe may never end, and a directory has no text to rewrite.
   struct stat status {};

@@ -66,10 +66,24 @@ std::string_view launcherTextIn(std::string_view line, const std::vector<Span>& 
   return {};
 }
 
-std::string withoutDoubleQuotes(std::string_view text) {
+// A redirection target or a line as compared for naming the same file: "$OUT", $OUT and
+// ${OUT} all name it.
+std::string comparable(std::string_view text) {
   std::string kept;
-  for (const char c : text) {
-    if (c != '"') kept += c;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') continue;
+    if (text.substr(i, 2) == "${") {
+      std::size_t end = i + 2;
+      while (end < text.size() &&
+             (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '_'))
+        ++end;
+      if (end > i + 2 && end < text.size() && text[end] == '}') {
+        kept.append("$").append(text.substr(i + 2, end - i - 2));
+        i = end;
+        continue;
+      }
+    }
+    kept += text[i];
   }
   return kept;
 }
@@ -131,6 +145,7 @@ class Rewriter {
     }
     comments_.resize(rewrite_.lines.size());
     const LexedScript script = lexShell(text_);
+    tokens_ = &script.tokens;
     cleanStarts_ = script.lineStarts;
     uncertainFrom_ = script.uncertainFrom;
     uncertainBecause_ = script.uncertainBecause;
@@ -196,7 +211,8 @@ class Rewriter {
     }
   }
 
-  // Why the launcher's own lines that the invocation prints are read further on, or empty.
+  // Why the launcher's own lines that the invocation prints are read by a line of the script,
+  // or empty. A reader above the call counts too: it may be a function run after it.
   std::string readBack(const Invocation& invocation) const {
     for (const std::size_t reader : readers_) {
       const std::size_t begin = starts_[reader];
@@ -204,7 +220,6 @@ class Rewriter {
       if (invocation.piped && end >= invocation.end && begin <= invocation.pipelineEnd) {
         return "its output is piped into a line that reads the launcher's own lines";
       }
-      if (end < invocation.begin) continue;
       // The reader's text, the invocation's own redirections and every call's words blanked.
       std::vector<Span> blanked = callWords_[reader];
       const std::size_t from = std::max(begin, invocation.begin);
@@ -213,12 +228,42 @@ class Rewriter {
       std::string line = rewrite_.lines[reader];
       for (const Span& span : blanked)
         line.replace(span.begin, span.end - span.begin, span.end - span.begin, ' ');
-      line = withoutDoubleQuotes(line);
+      line = comparable(line);
       for (const std::string& target : invocation.outputs) {
-        if (line.find(withoutDoubleQuotes(target)) != std::string::npos) {
+        if (line.find(comparable(target)) != std::string::npos) {
           return "its output goes to " + oneLine(target) +
                  ", which a line reads for the launcher's own lines";
         }
+      }
+    }
+    return "";
+  }
+
+  // Why sh would split the call's command otherwise than bash, which the lexer follows, or
+  // empty: dash reads "10>" as the word 10 and ">", and "&>" as "&" and ">", so the words
+  // the rewrite moves ahead of the redirections would land in another command.
+  std::string readByShOtherwise(const Invocation& invocation) const {
+    const std::vector<Token>& tokens = *tokens_;
+    const auto inCommand = [&](std::size_t k) {
+      return tokens[k].kind == TokenKind::kWord || tokens[k].kind == TokenKind::kRedirection;
+    };
+    std::size_t first = static_cast<std::size_t>(
+        std::partition_point(tokens.begin(), tokens.end(),
+                             [&](const Token& token) { return token.end <= invocation.begin; }) -
+        tokens.begin());
+    if (first == tokens.size() || tokens[first].begin != invocation.begin) return "";
+    while (first > 0 && inCommand(first - 1)) --first;
+    std::string both;  // the &> or &>> met so far
+    for (std::size_t k = first; k < tokens.size() && inCommand(k); ++k) {
+      const std::string& op = tokens[k].op;
+      const std::size_t digits = std::min(op.find_first_not_of("0123456789"), op.size());
+      if (tokens[k].kind == TokenKind::kRedirection && digits > 1) {
+        return "a redirection of descriptor " + op.substr(0, digits) +
+               ", which sh reads as the word " + op.substr(0, digits) + " and " + op.substr(digits);
+      }
+      if (op == "&>" || op == "&>>") both = op;
+      if (!both.empty() && tokens[k].kind == TokenKind::kWord) {
+        return "a word after " + both + ", which sh reads as the end of the command";
       }
     }
     return "";
@@ -230,6 +275,9 @@ class Rewriter {
     }
     if (!invocation.unknownBecause.empty() && !invocation.valuesVary) {
       return leave(invocation, invocation.unknownBecause);
+    }
+    if (const std::string reason = readByShOtherwise(invocation); !reason.empty()) {
+      return leave(invocation, reason);
     }
     // Values that hold expansions are asked as placeholders; without the option such a call
     // stays left as it always was, and says what it would become.
@@ -267,11 +315,12 @@ class Rewriter {
       redirections.emplace_back(
           text_.substr(redirection.begin, redirection.end - redirection.begin));
     }
-    const std::string line =
-        fendix.program + " " +
-        (assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine);
-    // Its words stay out of reading for the launcher's lines only while they are its own.
-    if (const std::string_view text = launcherTextIn(line, {}); !text.empty()) {
+    const std::string arguments =
+        assumed ? withExpansions(answer.commandLine, invocation.arguments) : answer.commandLine;
+    const std::string line = fendix.program + " " + arguments;
+    // Its words stay out of reading for the launcher's lines only while they are its own; the
+    // program word is always its own, and may well be /opt/fendx/Fendix.
+    if (const std::string_view text = launcherTextIn(arguments, {}); !text.empty()) {
       return leaveFor("a value holds '" + std::string(text) +
                       "', which would make its Fendix line a line reading the launcher's lines");
     }
@@ -369,6 +418,7 @@ class Rewriter {
   const bool ifsAssigned_;
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
+  const std::vector<Token>* tokens_ = nullptr;  // the script's, while run() reads it
   std::vector<std::size_t> cleanStarts_;
   std::vector<std::size_t> readers_;
   std::vector<std::vector<Span>> callWords_;  // by line, offsets in the line
