@@ -61,21 +61,28 @@ int translateLine(const translate::Options& options) {
   return 2;
 }
 
+// A line lost on a full disk or a closed pipe must not pass for a translation.
+int written(int status) {
+  if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
+  std::fputs("tovak-translate: cannot write standard output\n", stderr);
+  return 1;
+}
+
 int run(int argc, char** argv) {
   const translate::Options options = translate::parseOptions(argc, argv);
   if (options.help || argc == 1) {
     std::fputs(kUsage, options.help ? stdout : stderr);
-    return options.help ? 0 : 1;
+    return options.help ? written(0) : 1;
   }
   if (options.version) {
     std::printf("tovak-translate %s\n", TOVAK_VERSION);
-    return 0;
+    return written(0);
   }
   if (!options.error.empty()) {
     std::fprintf(stderr, "tovak-translate: %s\n", options.error.c_str());
     return 1;
   }
-  return options.script ? translate::runScripts(options) : translateLine(options);
+  return options.script ? translate::runScripts(options) : written(translateLine(options));
 }
 
 }  // namespace
