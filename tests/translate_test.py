@@ -220,7 +220,7 @@ expect("README --help", (usage[0], "$ tovak-translate --help\n" + usage[1]),
        (0, re.findall(r"```text\n(.*?)```", section, re.S)[0]))
 expect("no arguments", tool([]), (1, "", usage[1]))
 full = subprocess.run([TOOL, "co", "-F"], stdout=open("/dev/full", "w"), stderr=subprocess.PIPE)
-expect("a full disk", (full.returncode, full.stderr), (1, b"\ntovak-translate: cannot write standard output\n"))
+expect("a full disk", (full.returncode, full.stderr), (1, b"tovak-translate: cannot write standard output\n"))
 
 USAGE = "tovak-translate: {}\n"
 for arguments, wanted in [
