@@ -96,12 +96,7 @@ class CrontabRewriter {
                             : "left as it is: SHELL=" + shell_ +
                                   ", and the tool proves its rewrites under sh");
     }
-    rewrite_.translated += command.translated;
-    rewrite_.left += command.left;
-    rewrite_.refused += command.refused;
-    rewrite_.mentions += command.mentions;
-    rewrite_.readers += command.readers;
-    rewrite_.assumable += command.assumable;
+    rewrite_ += command;
     for (Finding finding : command.findings) {
       finding.line = i + 1;
       finding.lastLine = finding.lastLine == 0 ? 0 : i + 1;

@@ -30,8 +30,8 @@ class ScriptRun {
                  "tovak-translate: %d files read, %d invocations translated, %d left, %d refused, "
                  "%d mentions, %d lines reading the launcher's lines, %d files not rewritten, "
                  "%d more with --assume-plain-values\n",
-                 read_, translated_, left_, refused_, mentions_, readers_, notRewritten_,
-                 assumable_);
+                 read_, counts_.translated, counts_.left, counts_.refused, counts_.mentions,
+                 counts_.readers, notRewritten_, counts_.assumable);
     if (failed_) return 1;
     return unfinished_ ? 2 : 0;
   }
@@ -60,12 +60,7 @@ class ScriptRun {
         !replaceScript(file, rewrite.text(), options_.backup, options_.backupDir, error)) {
       return fail(error);
     }
-    translated_ += rewrite.translated;
-    left_ += rewrite.left;
-    refused_ += rewrite.refused;
-    mentions_ += rewrite.mentions;
-    readers_ += rewrite.readers;
-    assumable_ += rewrite.assumable;
+    counts_ += rewrite;
     unfinished_ = unfinished_ || rewrite.left > 0 || rewrite.refused > 0;
     switch (options_.output) {
       case Output::kScripts:
@@ -100,13 +95,8 @@ class ScriptRun {
 
   const Options& options_;
   int read_ = 0;
-  int translated_ = 0;
-  int left_ = 0;
-  int refused_ = 0;
-  int mentions_ = 0;
-  int readers_ = 0;
+  Counts counts_;
   int notRewritten_ = 0;
-  int assumable_ = 0;
   bool unfinished_ = false;
   bool failed_ = false;
 };

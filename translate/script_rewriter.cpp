@@ -434,6 +434,16 @@ bool Rewrite::lineChanged(std::size_t i) const {
   return result[i].size() != 1 || result[i][0] != lines[i];
 }
 
+Counts& Counts::operator+=(const Counts& other) {
+  translated += other.translated;
+  left += other.left;
+  refused += other.refused;
+  mentions += other.mentions;
+  readers += other.readers;
+  assumable += other.assumable;
+  return *this;
+}
+
 bool Rewrite::changed() const {
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lineChanged(i)) return true;

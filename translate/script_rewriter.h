@@ -18,16 +18,22 @@ struct Finding {
   std::size_t lastLine = 0;  // where the invocation it is about ends, when it is rewritten
 };
 
-struct Rewrite {
-  std::vector<std::string> lines;                // the script's lines, without line ends
-  std::vector<std::vector<std::string>> result;  // what each of them became
-  bool finalLineEnd = true;                      // the last line ended with a line end
+// What the summary counts, for one text or many.
+struct Counts {
   int translated = 0;
   int left = 0;
   int refused = 0;
-  int mentions = 0;               // lines that name tovak but run no invocation
-  int readers = 0;                // lines that read the launcher's own lines
-  int assumable = 0;              // left, but translated with plain values assumed
+  int mentions = 0;   // lines that name tovak but run no invocation
+  int readers = 0;    // lines that read the launcher's own lines
+  int assumable = 0;  // left, but translated with plain values assumed
+
+  Counts& operator+=(const Counts& other);
+};
+
+struct Rewrite : Counts {
+  std::vector<std::string> lines;                // the script's lines, without line ends
+  std::vector<std::vector<std::string>> result;  // what each of them became
+  bool finalLineEnd = true;                      // the last line ended with a line end
   std::vector<Finding> findings;  // invocations still in legacy syntax, mentions, readers
 
   bool lineChanged(std::size_t i) const;  // line i became anything but itself
