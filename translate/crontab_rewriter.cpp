@@ -105,7 +105,7 @@ class CrontabRewriter {
     const std::vector<std::string>& became = command.result[0];
     rewrite_.result[i].clear();
     for (std::size_t k = 0; k + 1 < became.size(); ++k) {
-      if (!alreadyAbove(i, became[k])) rewrite_.result[i].push_back(became[k]);
+      if (!rewrite_.saysAbove(i, became[k])) rewrite_.result[i].push_back(became[k]);
     }
     rewrite_.result[i].push_back(line.substr(0, start) + became.back());
   }
@@ -117,17 +117,9 @@ class CrontabRewriter {
 
   void comment(std::size_t i, const std::string& reason) {
     rewrite_.findings.push_back({i + 1, reason, 0});
-    const std::string line = "# tovak-translate: " + reason;
+    const std::string line = toolComment(reason);
     rewrite_.result[i] = {rewrite_.lines[i]};
-    if (!alreadyAbove(i, line)) rewrite_.result[i].insert(rewrite_.result[i].begin(), line);
-  }
-
-  // Whether the tool's comment lines right above line i already say this.
-  bool alreadyAbove(std::size_t i, std::string_view comment) const {
-    for (std::size_t above = i; above > 0 && isToolComment(rewrite_.lines[above - 1]); --above) {
-      if (rewrite_.lines[above - 1] == comment) return true;
-    }
-    return false;
+    if (!rewrite_.saysAbove(i, line)) rewrite_.result[i].insert(rewrite_.result[i].begin(), line);
   }
 
   std::string_view text_;

@@ -33,8 +33,9 @@ bool namesLauncher(std::string_view value) {
 }
 
 bool isCommandWord(std::string_view value) {
-  return std::any_of(tovak::kCommandWords.begin(), tovak::kCommandWords.end(),
-                     [&](const auto& word) { return value == word.name || value == word.abbreviation; });
+  return std::any_of(
+      tovak::kCommandWords.begin(), tovak::kCommandWords.end(),
+      [&](const auto& word) { return value == word.name || value == word.abbreviation; });
 }
 
 // A text that holds a legacy line: the launcher's name and a command word, between blanks.
@@ -71,7 +72,7 @@ bool writesStandardOutput(const Token& token) {
 
 // Compound commands, by the word or operator that opens one and the one that closes it.
 constexpr std::pair<std::string_view, std::string_view> kCompounds[] = {
-    {"(", ")"},      {"{", "}"},        {"if", "fi"},     {"case", "esac"},
+    {"(", ")"},      {"{", "}"},        {"if", "fi"},      {"case", "esac"},
     {"for", "done"}, {"while", "done"}, {"until", "done"}, {"select", "done"}};
 
 // The text of tokens[i] when it may open or close a compound command: an operator, or an
@@ -94,15 +95,15 @@ std::string_view closerOf(std::string_view opener) {
 }
 
 bool isCloser(std::string_view text) {
-  return !text.empty() && std::any_of(std::begin(kCompounds), std::end(kCompounds),
-                                      [&](const auto& compound) { return compound.second == text; });
+  return !text.empty() &&
+         std::any_of(std::begin(kCompounds), std::end(kCompounds),
+                     [&](const auto& compound) { return compound.second == text; });
 }
 
 // The offset where the pipeline that goes on at tokens[next] ends: at a separator outside the
 // compound commands opened in it (line ends too, but not right after a "|"), or where a
 // compound command around it closes.
-std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
-                        std::size_t next) {
+std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens, std::size_t next) {
   std::vector<std::string_view> awaited;  // the closers of the compound commands opened
   bool afterPipe = false;
   for (std::size_t i = next; i < tokens.size(); ++i) {
@@ -171,15 +172,16 @@ bool readsLauncherText(std::string_view text, const std::vector<Token>& tokens, 
          (tokens[start - 1].kind != TokenKind::kOperator || tokens[start - 1].op == "|")) {
     --start;
   }
-  if (start < first &&
-      mentionsLauncher(text.substr(tokens[start].begin, tokens[first].begin - tokens[start].begin))) {
+  if (start < first && mentionsLauncher(text.substr(tokens[start].begin,
+                                                    tokens[first].begin - tokens[start].begin))) {
     return true;
   }
   for (std::size_t k = start; k <= last; ++k) {
     const std::string& op = tokens[k].op;
     if (tokens[k].kind != TokenKind::kRedirection || op.find("<<") == std::string::npos) continue;
-    if (op.find("<<<") != std::string::npos ? mentionsLauncher(tokens[k].word.value)
-                                             : hereDocumentMentions(text, tokens[last].end, tokens[k])) {
+    if (op.find("<<<") != std::string::npos
+            ? mentionsLauncher(tokens[k].word.value)
+            : hereDocumentMentions(text, tokens[last].end, tokens[k])) {
       return true;
     }
   }
@@ -198,7 +200,8 @@ class Finder {
 
   void find(std::string_view text, const LexedScript& script, std::size_t base, bool inside) {
     const std::vector<Token>& tokens = script.tokens;
-    const std::vector<Span> outerPiped = std::exchange(pipedCompounds_, pipedCompounds(text, tokens));
+    const std::vector<Span> outerPiped =
+        std::exchange(pipedCompounds_, pipedCompounds(text, tokens));
     Expect expect = Expect::kCommand;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
       findInside(text, tokens[i].word.substitutions, base);
@@ -278,9 +281,8 @@ class Finder {
   // the script sets to a value naming tovak.
   bool mayRunLauncher(const Word& word) const {
     return mentionsLauncher(word.value) ||
-           std::any_of(word.parameters.begin(), word.parameters.end(), [&](const Parameter& p) {
-             return launcherVariables_.count(p.name) > 0;
-           });
+           std::any_of(word.parameters.begin(), word.parameters.end(),
+                       [&](const Parameter& p) { return launcherVariables_.count(p.name) > 0; });
   }
 
   // Words of a program the tool does not know that hold a legacy line: "run tovak co -F",
@@ -321,11 +323,13 @@ class Finder {
       invocation.words.push_back({base + named->begin, base + named->end});
       invocation.unknownBecause = wrapper.reason;
     } else if (namesLauncher(words[w].value)) {
-      invocation = readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
+      invocation =
+          readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
     } else if (const std::string& value = words[w].value;
                value == "Fendix" || (!fendix_.empty() && value == fendix_) ||
                (value.size() > 7 && value.compare(value.size() - 7, 7, "/Fendix") == 0)) {
-      invocation = readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
+      invocation =
+          readInvocation(text, tokens, leadOf(text, tokens, first), tokenOf[w], last, base);
       invocation.isFendix = true;
     } else if (const std::string name = variableOf(words[w]); launcherVariables_.count(name) > 0) {
       invocation.program = words[w];

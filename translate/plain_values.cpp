@@ -18,9 +18,8 @@ std::string placeholder(std::size_t index) {
 // A call whose words already hold the stem is left: its placeholders could not be told apart.
 bool holdsStem(const Word& word) {
   return word.value.find(kStem) != std::string::npos ||
-         std::any_of(word.parameters.begin(), word.parameters.end(), [](const Parameter& p) {
-           return p.name.find(kStem) != std::string::npos;
-         });
+         std::any_of(word.parameters.begin(), word.parameters.end(),
+                     [](const Parameter& p) { return p.name.find(kStem) != std::string::npos; });
 }
 
 bool isNameByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }

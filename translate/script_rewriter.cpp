@@ -36,6 +36,10 @@ bool isNameByte(char c) {
 
 bool isToolComment(std::string_view line) { return trimmed(line).substr(0, kMark.size()) == kMark; }
 
+std::string toolComment(std::string_view reason) {
+  return std::string(kMark) + std::string(reason);
+}
+
 bool mentionsLauncher(std::string_view line) {
   for (std::size_t at = line.find("tovak"); at != std::string_view::npos;
        at = line.find("tovak", at + 1)) {
@@ -397,8 +401,9 @@ class Rewriter {
     std::vector<std::string> out;
     const std::string& line = rewrite_.lines[i];
     for (const std::string& reason : comments_[i]) {
-      std::string comment = std::string(indentOf(line)) + std::string(kMark) + reason;
-      if (!alreadyAbove(i, comment) && std::find(out.begin(), out.end(), comment) == out.end()) {
+      std::string comment = std::string(indentOf(line)) + toolComment(reason);
+      if (!rewrite_.saysAbove(i, comment) &&
+          std::find(out.begin(), out.end(), comment) == out.end()) {
         out.push_back(std::move(comment));
       }
     }
@@ -406,13 +411,6 @@ class Rewriter {
   }
 
   // Whether the tool's comment lines right above line i already say this.
-  bool alreadyAbove(std::size_t i, std::string_view comment) const {
-    for (std::size_t above = i; above > 0 && isToolComment(rewrite_.lines[above - 1]); --above) {
-      if (trimmed(rewrite_.lines[above - 1]) == trimmed(comment)) return true;
-    }
-    return false;
-  }
-
   std::string_view text_;
   const RewriteOptions& options_;
   const bool ifsAssigned_;
@@ -442,6 +440,13 @@ Counts& Counts::operator+=(const Counts& other) {
   readers += other.readers;
   assumable += other.assumable;
   return *this;
+}
+
+bool Rewrite::saysAbove(std::size_t i, std::string_view comment) const {
+  for (std::size_t above = i; above > 0 && isToolComment(lines[above - 1]); --above) {
+    if (trimmed(lines[above - 1]) == trimmed(comment)) return true;
+  }
+  return false;
 }
 
 bool Rewrite::changed() const {

@@ -37,6 +37,8 @@ struct Rewrite : Counts {
   std::vector<Finding> findings;  // invocations still in legacy syntax, mentions, readers
 
   bool lineChanged(std::size_t i) const;  // line i became anything but itself
+  // Whether the tool's comment lines right above line i say this comment already.
+  bool saysAbove(std::size_t i, std::string_view comment) const;
   bool changed() const;
   std::string text() const;  // the rewritten script
 };
@@ -44,6 +46,7 @@ struct Rewrite : Counts {
 // Whether a line names tovak as a word of its own; whether it is one of the tool's comments.
 bool mentionsLauncher(std::string_view line);
 bool isToolComment(std::string_view line);
+std::string toolComment(std::string_view reason);  // the comment line that gives the reason
 
 // The text's lines, each written as it is, nothing counted.
 Rewrite asWritten(std::string_view text);
