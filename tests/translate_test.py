@@ -616,7 +616,8 @@ with tempfile.TemporaryDirectory() as tmp:
         "tovak co -F | while read l; do\n  grep -q 'return code'\ndone", "( tovak co -F ) | grep -q fendx",
         "while :; do tovak co -F; done >&2 | grep -q fendx",
         "sh <<E\ntovak co\nE", "cat <<-'E' | ssh h\n\ttovak co\n\tE", "echo 'tovak co' | sh", "bash <<<'tovak co'",
-        "sh <<-E\n\tx\n\tE\ntovak", '>"$O" tovak co -F; grep fendx "$O"']],
+        "sh <<-E\n\tx\n\tE\ntovak", '>"$O" tovak co -F; grep fendx "$O"', "exec >>l 2>&1\ntovak co -F\ngrep fendx l",
+        "{ tovak co -F; } >l\ngrep fendx l"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
             (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
@@ -634,6 +635,7 @@ with tempfile.TemporaryDirectory() as tmp:
                   f"does not rewrite\n{mention}") for runner, mention in [
                 ("sh", "-:2: mentions tovak\n"), ("ssh", "-:2: mentions tovak\n"), ("sh", ""), ("bash", "")]],
             (2, "-:4: refused by the library: Please specify the command!\n"),
-            (2, f"-:1: {reads.format('fendx')}\n-:1: {goes.format(chr(34) + '$O' + chr(34))}\n")])
+            (2, f"-:1: {reads.format('fendx')}\n-:1: {goes.format(chr(34) + '$O' + chr(34))}\n"),
+            *[(2, f"-:{n}: {goes.format('l')}\n-:{n + 1}: {reads.format('fendx')}\n") for n in [2, 1]]])
 
 finish("all passed")

@@ -124,11 +124,30 @@ std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
   return text.size();
 }
 
-// The compound commands whose output is piped, from their opening to the end of the pipeline
-// they feed: every call inside one feeds that pipeline.
-std::vector<Span> pipedCompounds(std::string_view text, const std::vector<Token>& tokens) {
+// Where a redirection sends standard output, as written; empty for another descriptor, for
+// input and for /dev/null.
+std::string targetOf(std::string_view text, const Token& redirection) {
+  if (redirection.kind != TokenKind::kRedirection || !writesStandardOutput(redirection) ||
+      redirection.word.value == "/dev/null" || redirection.word.end == redirection.word.begin) {
+    return "";
+  }
+  return std::string(
+      text.substr(redirection.word.begin, redirection.word.end - redirection.word.begin));
+}
+
+// A compound command whose output goes elsewhere: piped (pipelineEnd not 0) or to files.
+struct CompoundOutput {
+  Span compound;                     // from its opening word to its closing one
+  std::size_t pipelineEnd = 0;       // the end of the pipeline it feeds, or 0
+  std::vector<std::string> targets;  // where its redirections send standard output
+};
+
+// The compound commands whose output is piped or redirected: every call inside one sends its
+// output there too.
+std::vector<CompoundOutput> compoundOutputs(std::string_view text,
+                                            const std::vector<Token>& tokens) {
   std::vector<std::pair<std::string_view, std::size_t>> open;  // closer awaited, opening offset
-  std::vector<Span> piped;
+  std::vector<CompoundOutput> outputs;
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view compound = compoundText(tokens, i);
     if (!closerOf(compound).empty()) {
@@ -136,15 +155,20 @@ std::vector<Span> pipedCompounds(std::string_view text, const std::vector<Token>
       continue;
     }
     if (open.empty() || open.back().first != compound) continue;
-    const std::size_t opening = open.back().second;
+    CompoundOutput output{{open.back().second, tokens[i].end}, 0, {}};
     open.pop_back();
     std::size_t after = i + 1;
-    while (after < tokens.size() && tokens[after].kind == TokenKind::kRedirection) ++after;
-    if (after < tokens.size() && tokens[after].op == "|") {
-      piped.push_back({opening, pipelineEnd(text, tokens, after + 1)});
+    for (; after < tokens.size() && tokens[after].kind == TokenKind::kRedirection; ++after) {
+      if (std::string target = targetOf(text, tokens[after]); !target.empty()) {
+        output.targets.push_back(std::move(target));
+      }
     }
+    if (after < tokens.size() && tokens[after].op == "|") {
+      output.pipelineEnd = pipelineEnd(text, tokens, after + 1);
+    }
+    if (output.pipelineEnd != 0 || !output.targets.empty()) outputs.push_back(std::move(output));
   }
-  return piped;
+  return outputs;
 }
 
 // Whether the body of the here-document that redirection opens, the first after offset from,
@@ -200,8 +224,8 @@ class Finder {
 
   void find(std::string_view text, const LexedScript& script, std::size_t base, bool inside) {
     const std::vector<Token>& tokens = script.tokens;
-    const std::vector<Span> outerPiped =
-        std::exchange(pipedCompounds_, pipedCompounds(text, tokens));
+    const std::vector<CompoundOutput> outer =
+        std::exchange(compoundOutputs_, compoundOutputs(text, tokens));
     Expect expect = Expect::kCommand;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
       findInside(text, tokens[i].word.substitutions, base);
@@ -218,7 +242,7 @@ class Finder {
       }
     }
     findInside(text, script.hereDocumentSubstitutions, base);
-    pipedCompounds_ = outerPiped;
+    compoundOutputs_ = outer;
   }
 
  private:
@@ -305,6 +329,14 @@ class Finder {
       words.push_back(tokens[k].word);
       tokenOf.push_back(k);
     }
+    if (words.size() == 1 && isOneOf(words[0], {"exec"})) {  // exec >>log: all that follows
+      for (std::size_t k = first; k <= last; ++k) {
+        if (std::string target = targetOf(text, tokens[k]); !target.empty()) {
+          execOutputs_.push_back(std::move(target));
+        }
+      }
+      return;
+    }
     std::size_t w = 0;
     WrapperRead wrapper{WrapperRead::kCommand, 0, ""};
     while (isWrapper(words[w]) && words[w].unknownBecause.empty()) {
@@ -367,12 +399,16 @@ class Finder {
       invocation.words.push_back({invocation.begin, base + invocation.program.end});
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
-    for (const Span& compound : pipedCompounds_) {
-      if (compound.begin <= tokens[first].begin && tokens[first].begin < compound.end) {
-        invocation.piped = true;
-        invocation.pipelineEnd = std::max(invocation.pipelineEnd, base + compound.end);
-      }
+    for (const CompoundOutput& around : compoundOutputs_) {
+      const Span& compound = around.compound;
+      if (compound.begin > tokens[first].begin || tokens[first].begin >= compound.end) continue;
+      invocation.outputs.insert(invocation.outputs.end(), around.targets.begin(),
+                                around.targets.end());
+      if (around.pipelineEnd == 0) continue;
+      invocation.piped = true;
+      invocation.pipelineEnd = std::max(invocation.pipelineEnd, base + around.pipelineEnd);
     }
+    invocation.outputs.insert(invocation.outputs.end(), execOutputs_.begin(), execOutputs_.end());
     if (inside) {
       invocation.unknownBecause = "inside a command substitution";
       invocation.valuesVary = false;
@@ -423,10 +459,8 @@ class Finder {
   }
 
   static void addOutput(std::string_view text, const Token& token, Invocation& invocation) {
-    if (token.kind == TokenKind::kRedirection && writesStandardOutput(token) &&
-        token.word.value != "/dev/null" && token.word.end > token.word.begin) {
-      invocation.outputs.emplace_back(
-          text.substr(token.word.begin, token.word.end - token.word.begin));
+    if (std::string target = targetOf(text, token); !target.empty()) {
+      invocation.outputs.push_back(std::move(target));
     }
   }
 
@@ -434,7 +468,8 @@ class Finder {
   const std::set<std::string>& launcherVariables_;
   const std::string& fendix_;
   bool definesLauncher_ = false;
-  std::vector<Span> pipedCompounds_;  // of the text find() reads now
+  std::vector<CompoundOutput> compoundOutputs_;  // of the text find() reads now
+  std::vector<std::string> execOutputs_;  // where exec sent the script's standard output so far
 };
 
 // Whether a for list, from tokens[i] on, names the launcher.
