@@ -32,7 +32,7 @@ constexpr const char* kUsage =
     "  --diff        print a unified diff for patch -p0 instead\n"
     "  --in-place    rewrite the files that change, keeping FILE.orig\n"
     "  --no-backup   with --in-place, keep no FILE.orig\n"
-    "  --check       change nothing; list each invocation and mention of tovak\n"
+    "  --check       change nothing; list each invocation, reader and mention\n"
     "  --fendix NAME the Fendix every rewritten line names (default: the one beside\n"
     "                the tovak it replaces, or Fendix through PATH for a bare tovak)\n"
     "  --assume-plain-values  also translate calls whose values hold expansions\n"
@@ -40,8 +40,8 @@ constexpr const char* kUsage =
     "With --crontab, each FILE is a crontab (/etc/crontab, /etc/cron.d/*; with\n"
     "--crontab-user, one as crontab -l prints it) whose commands are rewritten.\n"
     "  --backup-dir DIR  with --in-place, keep FILE.orig in DIR, not beside FILE\n"
-    "Exit 0 when every invocation was translated, 2 when one was left or refused,\n"
-    "1 when a file could not be read or written.\n";
+    "Exit 0 when every invocation was translated, 2 when one was left or refused\n"
+    "or a file was not rewritten, 1 when a file could not be read or written.\n";
 
 int translateLine(const translate::Options& options) {
   const translate::LibraryAnswer answer = translate::askLibrary(options.operands);
