@@ -40,5 +40,6 @@ tovak co -D | sed -n 's/.*fendx return code is: //p' >>"$FENDIX_LOG"; s
 tovak up -F <<E; s
 input
 E
+R=$(command -v tovak); "$R" co -D; run() { "$@"; }; run tovak co -F; echo 'tovak co -L' | sh; s
 printf 'BMC_USER=admin\nBMC_PASS=pw\n' >"$HOME/creds"; . "$HOME/creds"; REPO=/srv/repo; for h in 10.0.0.1 10.0.0.2; do
   tovak update -F -l "$REPO" --host=$h --update-args="--user=$BMC_USER,--password=$BMC_PASS"; s; done

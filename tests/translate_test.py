@@ -199,7 +199,7 @@ def generate(r, count):
     return "".join(lines), calls, commands
 
 
-prove("hand-written script", Path(ARGS.script).read_text(), (30, 13, 1), 44)
+prove("hand-written script", Path(ARGS.script).read_text(), (30, 16, 1), 47)
 # CI's seed pinned whole: a line newly left or refused is a change of reach, not only of proof.
 GENERATED = generate(random.Random(ARGS.seed), ARGS.count)
 prove(f"generated script (seed {ARGS.seed})", GENERATED[0],
@@ -209,7 +209,7 @@ prove(f"generated crontab (seed {ARGS.seed})", "T=tovak\n" + "".join(f"* * * * *
       sum(not command.startswith("echo") for command in GENERATED[2]), crontab=True)
 prove(f"generated script (seed {ARGS.seed}), plain values", GENERATED[0],
       (148, 244, 48) if (ARGS.seed, ARGS.count) == (1, 500) else ARGS.count // 5, GENERATED[1], ARGS.seed)
-prove("hand-written script, plain values", Path(ARGS.script).read_text(), (31, 12, 1), 44, ARGS.seed)
+prove("hand-written script, plain values", Path(ARGS.script).read_text(), (31, 15, 1), 47, ARGS.seed)
 
 # The README's before and after.
 section = Path(ARGS.readme).read_text().split("## Moving scripts to Fendix")[1]
