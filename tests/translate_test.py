@@ -501,6 +501,8 @@ with tempfile.TemporaryDirectory() as tmp:
                                                  "chrt -m", "chrt --pid 1", "chrt --max", "taskset --pid 1"])]],
         *[(line, "left as it is: inside a command substitution") for line in [
             'echo "$(tovak co)"', 'x=$(echo "\\")"; tovak co)', "echo `tovak co`", "x=`\\`;tovak co`"]],
+        *[(line, "left as it is: inside a process substitution") for line in ["diff <(tovak co) x", "tee >(tovak co)"]],
+        ("(tovak co -F) <x", translates),
         *[(line, "left as it is: a line continuation") for line in ["tovak co -l a\\\nb", 'tovak co -l "a\\\nb"']],
         *[(line, f"left as it is: an unquoted {what}") for line, what in [
             ("tovak co -l a? -l ~ -l a{b,c}", "glob character"), ("tovak co -l a[b", "glob character"),

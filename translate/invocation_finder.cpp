@@ -135,28 +135,43 @@ std::string targetOf(std::string_view text, const Token& redirection) {
       text.substr(redirection.word.begin, redirection.word.end - redirection.word.begin));
 }
 
-// A compound command whose output goes elsewhere: piped (pipelineEnd not 0) or to files.
+// A compound command whose output goes elsewhere: piped (pipelineEnd not 0), to files, or,
+// for bash's process substitutions <(...) and >(...), to the command around it.
 struct CompoundOutput {
   Span compound;                     // from its opening word to its closing one
   std::size_t pipelineEnd = 0;       // the end of the pipeline it feeds, or 0
   std::vector<std::string> targets;  // where its redirections send standard output
+  bool substituted = false;          // a process substitution
 };
+
+bool opensProcessSubstitution(const std::vector<Token>& tokens, std::size_t i) {
+  return tokens[i].op == "(" && i > 0 && tokens[i - 1].kind == TokenKind::kRedirection &&
+         tokens[i - 1].word.end == tokens[i - 1].word.begin && tokens[i - 1].end == tokens[i].begin;
+}
 
 // The compound commands whose output is piped or redirected: every call inside one sends its
 // output there too.
 std::vector<CompoundOutput> compoundOutputs(std::string_view text,
                                             const std::vector<Token>& tokens) {
   std::vector<std::pair<std::string_view, std::size_t>> open;  // closer awaited, opening offset
+  std::vector<std::size_t> substitutions;  // of open: the process substitutions among them
   std::vector<CompoundOutput> outputs;
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view compound = compoundText(tokens, i);
     if (!closerOf(compound).empty()) {
+      if (opensProcessSubstitution(tokens, i)) substitutions.push_back(open.size());
       open.emplace_back(closerOf(compound), tokens[i].begin);
       continue;
     }
     if (open.empty() || open.back().first != compound) continue;
-    CompoundOutput output{{open.back().second, tokens[i].end}, 0, {}};
+    CompoundOutput output{{open.back().second, tokens[i].end}, 0, {}, false};
     open.pop_back();
+    if (!substitutions.empty() && substitutions.back() == open.size()) {
+      substitutions.pop_back();
+      output.substituted = true;
+      outputs.push_back(std::move(output));
+      continue;
+    }
     std::size_t after = i + 1;
     for (; after < tokens.size() && tokens[after].kind == TokenKind::kRedirection; ++after) {
       if (std::string target = targetOf(text, tokens[after]); !target.empty()) {
@@ -399,9 +414,11 @@ class Finder {
       invocation.words.push_back({invocation.begin, base + invocation.program.end});
     invocation.piped = last + 1 < tokens.size() && tokens[last + 1].op == "|";
     invocation.pipelineEnd = base + pipelineEnd(text, tokens, last + 1);
+    bool substituted = inside;
     for (const CompoundOutput& around : compoundOutputs_) {
       const Span& compound = around.compound;
       if (compound.begin > tokens[first].begin || tokens[first].begin >= compound.end) continue;
+      substituted = substituted || around.substituted;
       invocation.outputs.insert(invocation.outputs.end(), around.targets.begin(),
                                 around.targets.end());
       if (around.pipelineEnd == 0) continue;
@@ -409,8 +426,9 @@ class Finder {
       invocation.pipelineEnd = std::max(invocation.pipelineEnd, base + around.pipelineEnd);
     }
     invocation.outputs.insert(invocation.outputs.end(), execOutputs_.begin(), execOutputs_.end());
-    if (inside) {
-      invocation.unknownBecause = "inside a command substitution";
+    if (substituted) {
+      invocation.unknownBecause =
+          inside ? "inside a command substitution" : "inside a process substitution";
       invocation.valuesVary = false;
     }
     found_.push_back(std::move(invocation));
