@@ -588,5 +588,12 @@ with tempfile.TemporaryDirectory() as tmp:
             (2, f"-:1: {translates}\n-:2: {reads.format('return code')}\n"),
             (2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
                 f"-:2: {reads.format('return code')}\n")])
+    # Syntax that sh and bash split differently, or that once hid a call.
+    after = "left as it is: after {}, where quoting cannot be followed".format
+    for script, wanted in [
+            ("echo $'\\t'; tovak co -F\necho $'don\\'t'\ntovak co -F",
+             f"-:1: {translates}\n-:3: " + after("a $'...' quote, which sh and bash read differently") + "\n"),
+    ]:
+        expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 
 finish("all passed")

@@ -172,6 +172,8 @@ class Lexer {
         readSingleQuoted(word);
       } else if (c == '"') {
         readDoubleQuoted(word);
+      } else if (c == '$' && at(pos_ + 1) == '\'') {
+        readAnsiQuoted(word);
       } else if (c == '$' || c == '`') {
         readExpansion(word);
       } else {
@@ -212,6 +214,28 @@ class Lexer {
     if (close == std::string_view::npos) noteUnknown(word, "an unterminated quote");
     word.value += text_.substr(pos_ + 1, end - pos_ - 1);
     pos_ = std::min(end + 1, text_.size());
+  }
+
+  // bash's $'...', where a backslash escapes the quote; sh reads a $ and a plain quote. Read
+  // bash's way, since its scripts are the ones that write it.
+  void readAnsiQuoted(Word& word) {
+    word.quoted = true;
+    noteUnknown(word, "a $'...' quote");
+    const std::size_t close = ansiQuoteEnd(pos_);
+    if (close == text_.size()) noteUnknown(word, "an unterminated quote");
+    word.value += text_.substr(pos_ + 2, close - pos_ - 2);
+    pos_ = std::min(close + 1, text_.size());
+  }
+
+  // The closing quote of the $'...' at dollar as bash reads it, or the end of the text. Where
+  // sh would end it elsewhere, the two shells split the rest of the script differently.
+  std::size_t ansiQuoteEnd(std::size_t dollar) {
+    std::size_t i = dollar + 2;
+    while (i < text_.size() && text_[i] != '\'') i += text_[i] == '\\' ? 2 : 1;
+    i = std::min(i, text_.size());
+    if (std::min(text_.find('\'', dollar + 2), text_.size()) != i)
+      noteUncertain(dollar, "a $'...' quote, which sh and bash read differently");
+    return i;
   }
 
   void readDoubleQuoted(Word& word) {
@@ -292,6 +316,8 @@ class Lexer {
         return i + 1;
       } else if (c == '\\') {
         ++i;
+      } else if (c == '$' && at(i + 1) == '\'') {
+        i = ansiQuoteEnd(i);
       } else if (c == '\'' && opening == '{' && inDoubleQuotes_) {
         // dash takes it as itself, bash as the start of a quote.
         noteUncertain(open - 1, "a single quote inside ${...} within double quotes");
