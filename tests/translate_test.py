@@ -593,6 +593,8 @@ with tempfile.TemporaryDirectory() as tmp:
     for script, wanted in [
             ("echo $'\\t'; tovak co -F\necho $'don\\'t'\ntovak co -F",
              f"-:1: {translates}\n-:3: " + after("a $'...' quote, which sh and bash read differently") + "\n"),
+            ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
+             f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

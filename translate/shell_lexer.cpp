@@ -129,6 +129,21 @@ class Lexer {
       pos_ = digits;
       return readRedirection(begin);
     }
+    if (c == '(' && at(pos_ + 1) == '(') {
+      // bash runs an arithmetic command where the inner ( closes just before a ), sh two
+      // subshells: the one takes "<<" as a shift, the other as a here-document.
+      const std::size_t inner = skipBracketed(pos_ + 1, '(', ')');
+      if (at(inner) == ')') {
+        noteUncertain(begin, "a (( command, which bash reads as arithmetic and sh as subshells");
+        pos_ = inner + 1;
+        Token token{TokenKind::kWord, begin, pos_, "", {}};
+        token.word.begin = begin;
+        token.word.end = pos_;
+        token.word.value = text_.substr(begin, pos_ - begin);
+        noteUnknown(token.word, "an arithmetic command");
+        return token;
+      }
+    }
     for (const char* op : {"&&", "||", ";;", ";", "&", "|", "(", ")"}) {
       if (text_.substr(pos_, std::strlen(op)) == op) {
         pos_ += std::strlen(op);
