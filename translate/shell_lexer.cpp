@@ -306,7 +306,11 @@ class Lexer {
       return std::min(i + 1, text_.size());
     }
     const char next = at(start + 1);
-    if (next == '(' && at(start + 2) == '(') return skipBracketed(start + 1, '(', ')');
+    if (next == '(' && at(start + 2) == '(') {
+      const std::size_t inner = skipBracketed(start + 2, '(', ')');
+      if (at(inner) == ')') return inner + 1;
+      // Otherwise bash reads a command substitution that begins with a subshell.
+    }
     if (next == '(') {
       const std::size_t end = skipSubstitution(start);
       if (substitutions != nullptr) substitutions->push_back({start + 2, end});
