@@ -596,6 +596,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("y=$((tovak co -F) 2>&1)", "-:1: left as it is: inside a command substitution\n"),
+            ("case $1 in a) echo ;& tovak) tovak co -F;;& tovak) ;; esac", f"-:1: {translates}\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

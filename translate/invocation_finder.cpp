@@ -64,9 +64,11 @@ class Finder {
       if (tokens[i].kind == TokenKind::kWord) {
         expect = afterWord(text, tokens, i, expect, base, inside);
       } else if (tokens[i].kind == TokenKind::kOperator) {
-        // ";;" stands only in a case statement, where a pattern follows it.
+        // ";;" (in bash ";&" and ";;&" too) stands only in a case statement, where a pattern
+        // follows it.
         if (expect != Expect::kPattern || tokens[i].op == ")") {
-          expect = tokens[i].op == ";;" ? Expect::kPattern : Expect::kCommand;
+          const std::string& op = tokens[i].op;
+          expect = op == ";;" || op == ";&" || op == ";;&" ? Expect::kPattern : Expect::kCommand;
         }
       } else if (tokens[i].kind == TokenKind::kNewline && expect != Expect::kPattern &&
                  expect != Expect::kCaseIn) {

@@ -144,7 +144,8 @@ class Lexer {
         return token;
       }
     }
-    for (const char* op : {"&&", "||", ";;", ";", "&", "|", "(", ")"}) {
+    // ";&" and ";;&" end a case item in bash (sh rejects them).
+    for (const char* op : {"&&", "||", ";;&", ";;", ";&", ";", "&", "|", "(", ")"}) {
       if (text_.substr(pos_, std::strlen(op)) == op) {
         pos_ += std::strlen(op);
         return Token{TokenKind::kOperator, begin, pos_, op, {}};
