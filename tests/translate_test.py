@@ -597,6 +597,8 @@ with tempfile.TemporaryDirectory() as tmp:
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("y=$((tovak co -F) 2>&1)", "-:1: left as it is: inside a command substitution\n"),
             ("case $1 in a) echo ;& tovak) tovak co -F;;& tovak) ;; esac", f"-:1: {translates}\n"),
+            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(:; case a in a) :;; esac)\ntovak co -F",
+             f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

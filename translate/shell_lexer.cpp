@@ -20,6 +20,21 @@ bool endsWord(char c) {
 }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+// The reserved words after which a command begins.
+bool isReserved(const std::string& word) {
+  for (const char* reserved : {"!", "{", "if", "then", "else", "elif", "while", "until", "do", "time"})
+    if (word == reserved) return true;
+  return false;
+}
+
+bool isNameByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
+
+bool isAssignment(const Word& word) {
+  const std::size_t equals = word.value.find('=');
+  return equals != std::string::npos && equals > 0 && !isDigit(word.value[0]) &&
+         std::all_of(word.value.begin(), word.value.begin() + equals, isNameByte);
+}
+
 void noteUnknown(Word& word, const char* reason) {
   if (word.unknownBecause.empty()) word.unknownBecause = reason;
   word.onlyParameters = word.onlyParameters && std::strcmp(reason, kExpansion) == 0;
@@ -32,9 +47,6 @@ std::string parameterName(std::string_view expansion) {
   if (name.size() >= 2 && name.front() == '{' && name.back() == '}') {
     name = name.substr(1, name.size() - 2);
   }
-  const auto isNameByte = [](char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-  };
   if (name.size() == 1 && isDigit(name[0]) && name[0] != '0') return std::string(name);
   if (name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameByte))
     return "";
@@ -61,6 +73,10 @@ class Lexer {
   // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
   void lex() {
     int parentheses = 0;
+    // Where a command may begin, and so a reserved word stand; after an assignment or a
+    // redirection too, which the shells reject but need not be told apart here.
+    bool commandStart = true;
+    bool functionName = false;
     while (pos_ < text_.size()) {
       const char c = text_[pos_];
       if (isBlank(c)) {
@@ -71,9 +87,18 @@ class Lexer {
         pos_ = lineEnd(pos_);
       } else {
         Token token = c == '\n' ? readNewline() : readToken();
+        const bool reserved = token.kind == TokenKind::kWord && commandStart && !token.word.quoted;
+        if (token.kind == TokenKind::kWord) {
+          const std::string& word = token.word.value;
+          commandStart = functionName || (reserved && isReserved(word)) ||
+                         (commandStart && isAssignment(token.word));
+          functionName = reserved && word == "function";
+        } else if (token.kind != TokenKind::kRedirection) {
+          commandStart = true;
+        }
         if (insideSubstitution_) {
           // A case pattern's ")" would end the substitution here but not in the shell.
-          if (token.kind == TokenKind::kWord && !token.word.quoted && token.word.value == "case")
+          if (reserved && token.word.value == "case")
             noteUncertain(token.begin, "a case statement inside a command substitution");
           if (token.op == "(") ++parentheses;
           if (token.op == ")" && parentheses-- == 0) return;
@@ -300,7 +325,10 @@ class Lexer {
       while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
       // Where a backquote inside a comment or here-document ends them, the shells differ.
       const std::string_view inside = text_.substr(start + 1, i - start - 1);
-      if (inside.find('#') != std::string_view::npos || inside.find("<<") != std::string_view::npos)
+      bool comment = false;
+      for (std::size_t j = 0; j < inside.size(); ++j)
+        comment = comment || (inside[j] == '#' && (j == 0 || endsWord(inside[j - 1])));
+      if (comment || inside.find("<<") != std::string_view::npos)
         noteUncertain(start, "a comment or here-document inside backquotes");
       if (substitutions != nullptr)
         substitutions->push_back({start + 1, std::min(i, text_.size())});
