@@ -241,6 +241,9 @@ class Lexer {
     const char next = at(pos_ + 1);
     if (next == '\n') {
       noteUnknown(word, kContinuation);
+    } else if (pos_ + 1 == text_.size()) {
+      // bash drops it, dash keeps it.
+      noteUnknown(word, "a backslash at the end of the file");
     } else if (next != '\0') {  // the shells drop NUL bytes, and nothing follows the end
       word.value += next;
     }
