@@ -600,6 +600,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(:; case a in a) :;; esac)\ntovak co -F",
              f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
             ("tovak co -F \\", "-:1: left as it is: a backslash at the end of the file\n"),
+            ("tovak co\\\n  -F", f"-:1: {translates}\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

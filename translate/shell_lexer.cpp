@@ -207,6 +207,11 @@ class Lexer {
     bool brace = false;
     while (pos_ < text_.size() && !endsWord(text_[pos_])) {
       const char c = text_[pos_];
+      // A line continuation the word would end at once without: the word ends before it.
+      if (c == '\\' && at(pos_ + 1) == '\n' && pos_ > word.begin &&
+          (pos_ + 2 == text_.size() || endsWord(text_[pos_ + 2]))) {
+        break;
+      }
       if (c == '\\') {
         readEscape(word);
       } else if (c == '\'') {
