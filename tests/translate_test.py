@@ -591,16 +591,20 @@ with tempfile.TemporaryDirectory() as tmp:
     # Syntax that sh and bash split differently, or that once hid a call.
     after = "left as it is: after {}, where quoting cannot be followed".format
     for script, wanted in [
-            ("echo $'\\t'; tovak co -F\necho $'don\\'t'\ntovak co -F",
-             f"-:1: {translates}\n-:3: " + after("a $'...' quote, which sh and bash read differently") + "\n"),
+            ("$'tovak' co\necho $'don\\'t'\ntovak co -F",
+             "-:1: left as it is: a $'...' quote\n-:3: " + after("a $'...' quote, which sh and bash read differently")
+             + "\n"),
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("y=$((tovak co -F) 2>&1)", "-:1: left as it is: inside a command substitution\n"),
             ("case $1 in a) echo ;& tovak) tovak co -F;;& tovak) ;; esac", f"-:1: {translates}\n"),
-            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(:; case a in a) :;; esac)\ntovak co -F",
+            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(if :; then case a in a) :;; esac; fi)\n"
+             "tovak co -F",
              f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
             ("tovak co -F \\", "-:1: left as it is: a backslash at the end of the file\n"),
-            ("tovak co\\\n  -F", f"-:1: {translates}\n"),
+            ("tovak co\\\n  -F\\\n\ntovak co -F -l >\\\n /x",
+             f"-:1: {translates}\n-:4: refused by the library: The parameter value of -l or --local can not be "
+             "empty.\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

@@ -22,8 +22,10 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The reserved words after which a command begins.
 bool isReserved(const std::string& word) {
-  for (const char* reserved : {"!", "{", "if", "then", "else", "elif", "while", "until", "do", "time"})
+  for (const char* reserved : {"!", "{", "if", "then", "else", "elif", "while", "until", "do",
+                               "time"}) {
     if (word == reserved) return true;
+  }
   return false;
 }
 
@@ -191,7 +193,9 @@ class Lexer {
     }
     Token token{
         TokenKind::kRedirection, begin, 0, std::string(text_.substr(begin, pos_ - begin)), {}};
-    while (isBlank(at(pos_))) ++pos_;
+    // The target may stand after blanks and line continuations.
+    while (isBlank(at(pos_)) || (at(pos_) == '\\' && at(pos_ + 1) == '\n'))
+      pos_ += at(pos_) == '\\' ? 2 : 1;
     token.word = readWord();
     token.end = pos_;
     const std::string op = token.op.substr(token.op.find_first_not_of("0123456789"));
@@ -208,7 +212,7 @@ class Lexer {
     while (pos_ < text_.size() && !endsWord(text_[pos_])) {
       const char c = text_[pos_];
       // A line continuation the word would end at once without: the word ends before it.
-      if (c == '\\' && at(pos_ + 1) == '\n' && pos_ > word.begin &&
+      if (c == '\\' && at(pos_ + 1) == '\n' &&
           (pos_ + 2 == text_.size() || endsWord(text_[pos_ + 2]))) {
         break;
       }
