@@ -590,15 +590,16 @@ with tempfile.TemporaryDirectory() as tmp:
                 f"-:2: {reads.format('return code')}\n")])
     # Syntax that sh and bash split differently, or that once hid a call.
     after = "left as it is: after {}, where quoting cannot be followed".format
+    ansi = after("a $'...' quote, which sh and bash read differently")
     for script, wanted in [
             ("$'tovak' co\necho $'don\\'t'\ntovak co -F",
-             "-:1: left as it is: a $'...' quote\n-:3: " + after("a $'...' quote, which sh and bash read differently")
-             + "\n"),
+             f"-:1: left as it is: a $'...' quote\n-:3: {ansi}\n"),
+            ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("y=$((tovak co -F) 2>&1)", "-:1: left as it is: inside a command substitution\n"),
             ("case $1 in a) echo ;& tovak) tovak co -F;;& tovak) ;; esac", f"-:1: {translates}\n"),
-            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(if :; then case a in a) :;; esac; fi)\n"
+            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(if :; then function f case a in a) :;; esac; fi)\n"
              "tovak co -F",
              f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
             ("tovak co -F \\", "-:1: left as it is: a backslash at the end of the file\n"),

@@ -29,14 +29,6 @@ bool isReserved(const std::string& word) {
   return false;
 }
 
-bool isNameByte(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
-
-bool isAssignment(const Word& word) {
-  const std::size_t equals = word.value.find('=');
-  return equals != std::string::npos && equals > 0 && !isDigit(word.value[0]) &&
-         std::all_of(word.value.begin(), word.value.begin() + equals, isNameByte);
-}
-
 void noteUnknown(Word& word, const char* reason) {
   if (word.unknownBecause.empty()) word.unknownBecause = reason;
   word.onlyParameters = word.onlyParameters && std::strcmp(reason, kExpansion) == 0;
@@ -46,6 +38,9 @@ void noteUnknown(Word& word, const char* reason) {
 // other expansion.
 std::string parameterName(std::string_view expansion) {
   std::string_view name = expansion.substr(1);
+  const auto isNameByte = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+  };
   if (name.size() >= 2 && name.front() == '{' && name.back() == '}') {
     name = name.substr(1, name.size() - 2);
   }
@@ -75,8 +70,8 @@ class Lexer {
   // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
   void lex() {
     int parentheses = 0;
-    // Where a command may begin, and so a reserved word stand; after an assignment or a
-    // redirection too, which the shells reject but need not be told apart here.
+    // Where a command may begin, and so a reserved word stand. A redirection leaves it as it
+    // was: the shells reject a reserved word after one, so it need not be told apart.
     bool commandStart = true;
     bool functionName = false;
     while (pos_ < text_.size()) {
@@ -92,8 +87,7 @@ class Lexer {
         const bool reserved = token.kind == TokenKind::kWord && commandStart && !token.word.quoted;
         if (token.kind == TokenKind::kWord) {
           const std::string& word = token.word.value;
-          commandStart = functionName || (reserved && isReserved(word)) ||
-                         (commandStart && isAssignment(token.word));
+          commandStart = functionName || (reserved && isReserved(word));
           functionName = reserved && word == "function";
         } else if (token.kind != TokenKind::kRedirection) {
           commandStart = true;
