@@ -603,9 +603,9 @@ with tempfile.TemporaryDirectory() as tmp:
              "tovak co -F",
              f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
             ("tovak co -F \\", "-:1: left as it is: a backslash at the end of the file\n"),
-            ("tovak co\\\n  -F\\\n\ntovak co -F -l >\\\n /x",
-             f"-:1: {translates}\n-:4: refused by the library: The parameter value of -l or --local can not be "
-             "empty.\n"),
+            ("tovak co -F -l >\\\n /x\ntovak co\\\n  -F\\\n",
+             "-:1: refused by the library: The parameter value of -l or --local can not be empty.\n"
+             f"-:3: {translates}\n"),
     ]:
         expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 

@@ -70,8 +70,8 @@ class Lexer {
   // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
   void lex() {
     int parentheses = 0;
-    // Where a command may begin, and so a reserved word stand. A redirection leaves it as it
-    // was: the shells reject a reserved word after one, so it need not be told apart.
+    // Where a command may begin, and so a reserved word stand: after an operator, a line end,
+    // a reserved word or a function's name; after a redirection too, which errs on the safe side.
     bool commandStart = true;
     bool functionName = false;
     while (pos_ < text_.size()) {
@@ -84,17 +84,18 @@ class Lexer {
         pos_ = lineEnd(pos_);
       } else {
         Token token = c == '\n' ? readNewline() : readToken();
-        const bool reserved = token.kind == TokenKind::kWord && commandStart && !token.word.quoted;
+        const bool mayBeReserved =
+            token.kind == TokenKind::kWord && commandStart && !token.word.quoted;
         if (token.kind == TokenKind::kWord) {
           const std::string& word = token.word.value;
-          commandStart = functionName || (reserved && isReserved(word));
-          functionName = reserved && word == "function";
-        } else if (token.kind != TokenKind::kRedirection) {
+          commandStart = functionName || (mayBeReserved && isReserved(word));
+          functionName = mayBeReserved && word == "function";
+        } else {
           commandStart = true;
         }
         if (insideSubstitution_) {
           // A case pattern's ")" would end the substitution here but not in the shell.
-          if (reserved && token.word.value == "case")
+          if (mayBeReserved && token.word.value == "case")
             noteUncertain(token.begin, "a case statement inside a command substitution");
           if (token.op == "(") ++parentheses;
           if (token.op == ")" && parentheses-- == 0) return;
