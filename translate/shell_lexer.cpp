@@ -151,7 +151,7 @@ class Lexer {
       pos_ = digits;
       return readRedirection(begin);
     }
-    if (c == '(' && at(pos_ + 1) == '(') {
+    if (text_[pos_] == '(' && at(pos_ + 1) == '(') {
       // bash runs an arithmetic command where the inner ( closes just before a ), sh two
       // subshells: the one takes "<<" as a shift, the other as a here-document.
       const std::size_t inner = skipBracketed(pos_ + 1, '(', ')');
