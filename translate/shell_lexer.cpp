@@ -38,12 +38,12 @@ void noteUnknown(Word& word, const char* reason) {
 // other expansion.
 std::string parameterName(std::string_view expansion) {
   std::string_view name = expansion.substr(1);
-  const auto isNameByte = [](char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-  };
   if (name.size() >= 2 && name.front() == '{' && name.back() == '}') {
     name = name.substr(1, name.size() - 2);
   }
+  const auto isNameByte = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+  };
   if (name.size() == 1 && isDigit(name[0]) && name[0] != '0') return std::string(name);
   if (name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameByte))
     return "";
@@ -270,7 +270,6 @@ class Lexer {
     word.quoted = true;
     noteUnknown(word, "a $'...' quote");
     const std::size_t close = ansiQuoteEnd(pos_);
-    if (close == text_.size()) noteUnknown(word, "an unterminated quote");
     word.value += text_.substr(pos_ + 2, close - pos_ - 2);
     pos_ = std::min(close + 1, text_.size());
   }
@@ -371,7 +370,7 @@ class Lexer {
         return i + 1;
       } else if (c == '\\') {
         ++i;
-      } else if (c == '$' && at(i + 1) == '\'') {
+      } else if (c == '$' && at(i + 1) == '\'' && !inDoubleQuotes_) {
         i = ansiQuoteEnd(i);
       } else if (c == '\'' && opening == '{' && inDoubleQuotes_) {
         // dash takes it as itself, bash as the start of a quote.
