@@ -639,5 +639,26 @@ with tempfile.TemporaryDirectory() as tmp:
             (2, "-:4: refused by the library: Please specify the command!\n"),
             (2, f"-:1: {reads.format('fendx')}\n-:1: {goes.format(chr(34) + '$O' + chr(34))}\n"),
             *[(2, f"-:{n}: {goes.format('l')}\n-:{n + 1}: {reads.format('fendx')}\n") for n in [2, 1]]])
+    # Syntax that sh and bash split differently, or that once hid a call.
+    after = "left as it is: after {}, where quoting cannot be followed".format
+    ansi = after("a $'...' quote, which sh and bash read differently")
+    for script, wanted in [
+            ("$'tovak' co\necho $'don\\'t'\ntovak co -F",
+             f"-:1: left as it is: a $'...' quote\n-:3: {ansi}\n"),
+            ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
+            ("echo \"${x:-$'}'}\"; tovak co", f"-:1: {after('a single quote inside ${...} within double quotes')}\n"),
+            ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
+             f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
+            ("y=$((tovak co -F) 2>&1)", "-:1: left as it is: inside a command substitution\n"),
+            ("case $1 in a) echo ;& tovak) tovak co -F;;& tovak) ;; esac", f"-:1: {translates}\n"),
+            ("n=$(grep -c case f) m=`echo ${#l}`\ntovak co -F\ny=$(if :; then function f case a in a) :;; esac; fi)\n"
+             "tovak co -F",
+             f"-:2: {translates}\n-:4: {after('a case statement inside a command substitution')}\n"),
+            ("tovak co -F \\", "-:1: left as it is: a backslash at the end of the file\n"),
+            ("tovak co -F -l >\\\n /x\ntovak co\\\n  -F\\\n",
+             "-:1: refused by the library: The parameter value of -l or --local can not be empty.\n"
+             f"-:3: {translates}\n"),
+    ]:
+        expect(f"split: {script!r}", check(script)[:2], (2, wanted))
 
 finish("all passed")

@@ -70,6 +70,9 @@ bool writesStandardOutput(const Token& token) {
   return (op == ">" || op == ">>" || op == ">|") && (fd.empty() || fd == "1");
 }
 
+// ";;", and bash's ";&" and ";;&": a case pattern follows.
+bool endsCaseItem(std::string_view op) { return op == ";;" || op == ";&" || op == ";;&"; }
+
 // Compound commands, by the word or operator that opens one and the one that closes it.
 constexpr std::pair<std::string_view, std::string_view> kCompounds[] = {
     {"(", ")"},      {"{", "}"},        {"if", "fi"},      {"case", "esac"},
@@ -115,8 +118,8 @@ std::size_t pipelineEnd(std::string_view text, const std::vector<Token>& tokens,
       if (awaited.back() == compound) awaited.pop_back();  // else a case pattern's ")"
     }
     const std::string& op = tokens[i].op;
-    if (awaited.empty() && (op == ";" || op == ";;" || op == "&" || op == "&&" || op == "||" ||
-                            (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
+    if (awaited.empty() && (op == ";" || endsCaseItem(op) || op == "&" || op == "&&" ||
+                            op == "||" || (tokens[i].kind == TokenKind::kNewline && !afterPipe))) {
       return tokens[i].begin;
     }
     afterPipe = op == "|" || (afterPipe && tokens[i].kind == TokenKind::kNewline);
@@ -247,9 +250,9 @@ class Finder {
       if (tokens[i].kind == TokenKind::kWord) {
         expect = afterWord(text, tokens, i, expect, base, inside);
       } else if (tokens[i].kind == TokenKind::kOperator) {
-        // ";;" stands only in a case statement, where a pattern follows it.
+        // A case item's end stands only in a case statement, where a pattern follows it.
         if (expect != Expect::kPattern || tokens[i].op == ")") {
-          expect = tokens[i].op == ";;" ? Expect::kPattern : Expect::kCommand;
+          expect = endsCaseItem(tokens[i].op) ? Expect::kPattern : Expect::kCommand;
         }
       } else if (tokens[i].kind == TokenKind::kNewline && expect != Expect::kPattern &&
                  expect != Expect::kCaseIn) {

@@ -20,6 +20,15 @@ bool endsWord(char c) {
 }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+// The reserved words after which a command begins.
+bool isReserved(const std::string& word) {
+  for (const char* reserved : {"!", "{", "if", "then", "else", "elif", "while", "until", "do",
+                               "time"}) {
+    if (word == reserved) return true;
+  }
+  return false;
+}
+
 void noteUnknown(Word& word, const char* reason) {
   if (word.unknownBecause.empty()) word.unknownBecause = reason;
   word.onlyParameters = word.onlyParameters && std::strcmp(reason, kExpansion) == 0;
@@ -61,6 +70,10 @@ class Lexer {
   // Reads tokens to the end, or, inside a $(...), to just past the ")" that closes it.
   void lex() {
     int parentheses = 0;
+    // Where a command may begin, and so a reserved word stand: after an operator, a line end,
+    // a reserved word or a function's name; after a redirection too, which errs on the safe side.
+    bool commandStart = true;
+    bool functionName = false;
     while (pos_ < text_.size()) {
       const char c = text_[pos_];
       if (isBlank(c)) {
@@ -71,9 +84,18 @@ class Lexer {
         pos_ = lineEnd(pos_);
       } else {
         Token token = c == '\n' ? readNewline() : readToken();
+        const bool mayBeReserved =
+            token.kind == TokenKind::kWord && commandStart && !token.word.quoted;
+        if (token.kind == TokenKind::kWord) {
+          const std::string& word = token.word.value;
+          commandStart = functionName || (mayBeReserved && isReserved(word));
+          functionName = mayBeReserved && word == "function";
+        } else {
+          commandStart = true;
+        }
         if (insideSubstitution_) {
           // A case pattern's ")" would end the substitution here but not in the shell.
-          if (token.kind == TokenKind::kWord && !token.word.quoted && token.word.value == "case")
+          if (mayBeReserved && token.word.value == "case")
             noteUncertain(token.begin, "a case statement inside a command substitution");
           if (token.op == "(") ++parentheses;
           if (token.op == ")" && parentheses-- == 0) return;
@@ -129,7 +151,23 @@ class Lexer {
       pos_ = digits;
       return readRedirection(begin);
     }
-    for (const char* op : {"&&", "||", ";;", ";", "&", "|", "(", ")"}) {
+    if (text_[pos_] == '(' && at(pos_ + 1) == '(') {
+      // bash runs an arithmetic command where the inner ( closes just before a ), sh two
+      // subshells: the one takes "<<" as a shift, the other as a here-document.
+      const std::size_t inner = skipBracketed(pos_ + 1, '(', ')');
+      if (at(inner) == ')') {
+        noteUncertain(begin, "a (( command, which bash reads as arithmetic and sh as subshells");
+        pos_ = inner + 1;
+        Token token{TokenKind::kWord, begin, pos_, "", {}};
+        token.word.begin = begin;
+        token.word.end = pos_;
+        token.word.value = text_.substr(begin, pos_ - begin);
+        noteUnknown(token.word, "an arithmetic command");
+        return token;
+      }
+    }
+    // ";&" and ";;&" end a case item in bash (sh rejects them).
+    for (const char* op : {"&&", "||", ";;&", ";;", ";&", ";", "&", "|", "(", ")"}) {
       if (text_.substr(pos_, std::strlen(op)) == op) {
         pos_ += std::strlen(op);
         return Token{TokenKind::kOperator, begin, pos_, op, {}};
@@ -150,7 +188,9 @@ class Lexer {
     }
     Token token{
         TokenKind::kRedirection, begin, 0, std::string(text_.substr(begin, pos_ - begin)), {}};
-    while (isBlank(at(pos_))) ++pos_;
+    // The target may stand after blanks and line continuations.
+    while (isBlank(at(pos_)) || (at(pos_) == '\\' && at(pos_ + 1) == '\n'))
+      pos_ += at(pos_) == '\\' ? 2 : 1;
     token.word = readWord();
     token.end = pos_;
     const std::string op = token.op.substr(token.op.find_first_not_of("0123456789"));
@@ -166,12 +206,19 @@ class Lexer {
     bool brace = false;
     while (pos_ < text_.size() && !endsWord(text_[pos_])) {
       const char c = text_[pos_];
+      // A line continuation the word would end at once without: the word ends before it.
+      if (c == '\\' && at(pos_ + 1) == '\n' &&
+          (pos_ + 2 == text_.size() || endsWord(text_[pos_ + 2]))) {
+        break;
+      }
       if (c == '\\') {
         readEscape(word);
       } else if (c == '\'') {
         readSingleQuoted(word);
       } else if (c == '"') {
         readDoubleQuoted(word);
+      } else if (c == '$' && at(pos_ + 1) == '\'') {
+        readAnsiQuoted(word);
       } else if (c == '$' || c == '`') {
         readExpansion(word);
       } else {
@@ -198,6 +245,9 @@ class Lexer {
     const char next = at(pos_ + 1);
     if (next == '\n') {
       noteUnknown(word, kContinuation);
+    } else if (pos_ + 1 == text_.size()) {
+      // bash drops it, dash keeps it.
+      noteUnknown(word, "a backslash at the end of the file");
     } else if (next != '\0') {  // the shells drop NUL bytes, and nothing follows the end
       word.value += next;
     }
@@ -212,6 +262,27 @@ class Lexer {
     if (close == std::string_view::npos) noteUnknown(word, "an unterminated quote");
     word.value += text_.substr(pos_ + 1, end - pos_ - 1);
     pos_ = std::min(end + 1, text_.size());
+  }
+
+  // bash's $'...', where a backslash escapes the quote; sh reads a $ and a plain quote. Read
+  // bash's way, since its scripts are the ones that write it.
+  void readAnsiQuoted(Word& word) {
+    word.quoted = true;
+    noteUnknown(word, "a $'...' quote");
+    const std::size_t close = ansiQuoteEnd(pos_);
+    word.value += text_.substr(pos_ + 2, close - pos_ - 2);
+    pos_ = std::min(close + 1, text_.size());
+  }
+
+  // The closing quote of the $'...' at dollar as bash reads it, or the end of the text. Where
+  // sh would end it elsewhere, the two shells split the rest of the script differently.
+  std::size_t ansiQuoteEnd(std::size_t dollar) {
+    std::size_t i = dollar + 2;
+    while (i < text_.size() && text_[i] != '\'') i += text_[i] == '\\' ? 2 : 1;
+    i = std::min(i, text_.size());
+    if (std::min(text_.find('\'', dollar + 2), text_.size()) != i)
+      noteUncertain(dollar, "a $'...' quote, which sh and bash read differently");
+    return i;
   }
 
   void readDoubleQuoted(Word& word) {
@@ -260,14 +331,21 @@ class Lexer {
       while (i < text_.size() && text_[i] != '`') i += text_[i] == '\\' ? 2 : 1;
       // Where a backquote inside a comment or here-document ends them, the shells differ.
       const std::string_view inside = text_.substr(start + 1, i - start - 1);
-      if (inside.find('#') != std::string_view::npos || inside.find("<<") != std::string_view::npos)
+      bool comment = false;
+      for (std::size_t j = 0; j < inside.size(); ++j)
+        comment = comment || (inside[j] == '#' && (j == 0 || endsWord(inside[j - 1])));
+      if (comment || inside.find("<<") != std::string_view::npos)
         noteUncertain(start, "a comment or here-document inside backquotes");
       if (substitutions != nullptr)
         substitutions->push_back({start + 1, std::min(i, text_.size())});
       return std::min(i + 1, text_.size());
     }
     const char next = at(start + 1);
-    if (next == '(' && at(start + 2) == '(') return skipBracketed(start + 1, '(', ')');
+    if (next == '(' && at(start + 2) == '(') {
+      const std::size_t inner = skipBracketed(start + 2, '(', ')');
+      if (at(inner) == ')') return inner + 1;
+      // Otherwise bash reads a command substitution that begins with a subshell.
+    }
     if (next == '(') {
       const std::size_t end = skipSubstitution(start);
       if (substitutions != nullptr) substitutions->push_back({start + 2, end});
@@ -292,6 +370,8 @@ class Lexer {
         return i + 1;
       } else if (c == '\\') {
         ++i;
+      } else if (c == '$' && at(i + 1) == '\'' && !inDoubleQuotes_) {
+        i = ansiQuoteEnd(i);
       } else if (c == '\'' && opening == '{' && inDoubleQuotes_) {
         // dash takes it as itself, bash as the start of a quote.
         noteUncertain(open - 1, "a single quote inside ${...} within double quotes");
