@@ -646,6 +646,7 @@ with tempfile.TemporaryDirectory() as tmp:
             ("$'tovak' co\necho $'don\\'t'\ntovak co -F",
              f"-:1: left as it is: a $'...' quote\n-:3: {ansi}\n"),
             ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
+            ("echo $'a\\'; tovak co -F; echo '", f"-:1: {ansi}\n"),  # a call to sh, a mention to bash
             ("echo \"${x:-$'}'}\"; tovak co", f"-:1: {after('a single quote inside ${...} within double quotes')}\n"),
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),

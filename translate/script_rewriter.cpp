@@ -163,10 +163,19 @@ class Rewriter {
       judge(invocation);
     }
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
-      if (!invoked[i] && !isToolComment(rewrite_.lines[i]) && mentionsLauncher(rewrite_.lines[i])) {
+      const std::string& line = rewrite_.lines[i];
+      if (invoked[i] || isToolComment(line) || !mentionsLauncher(line)) continue;
+      if (starts_[i] + line.size() < uncertainFrom_) {
         ++rewrite_.mentions;
         rewrite_.findings.push_back({i + 1, "mentions tovak", 0});
+        continue;
       }
+      // Where quoting cannot be followed, another shell may read a call here.
+      ++rewrite_.left;
+      const std::string reason = oneLine("left as it is: after " + uncertainBecause_ +
+                                         ", where quoting cannot be followed");
+      rewrite_.findings.push_back({i + 1, reason, 0});
+      comments_[anchorOf(starts_[i])].push_back(reason);
     }
     std::stable_sort(rewrite_.findings.begin(), rewrite_.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
