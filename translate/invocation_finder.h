@@ -1,6 +1,7 @@
 // Finds every place where a script runs the legacy launcher: "tovak", or a path ending in
 // "/tovak", in command position or behind wrappers such as sudo, env or timeout; through a
-// variable the script sets to it; or as the command another program runs later. Case
+// variable the script sets to it; as the command another program runs later, from its words
+// or its standard input; or among the words of a program the tool does not know. Case
 // patterns, function names and the words of a for list are not commands.
 #ifndef TOVAK_TRANSLATE_INVOCATION_FINDER_H
 #define TOVAK_TRANSLATE_INVOCATION_FINDER_H
@@ -22,7 +23,8 @@ struct Invocation {
   std::vector<Word> arguments;
   std::vector<Span> words;           // the program word and the arguments, in the script
   std::vector<Span> redirections;    // after the program word, in order
-  std::vector<std::string> outputs;  // where its standard output goes, as written; not /dev/null
+  std::vector<std::string> outputs;  // where its standard output goes, as written (its own
+                                     // redirections, a compound command's, exec's); not /dev/null
   std::string unknownBecause;        // why it must stay as written; empty when it may be translated
   bool valuesVary = false;           // unknown only for parameter expansions in its arguments
   bool piped = false;                // its standard output feeds another command
