@@ -622,7 +622,9 @@ with tempfile.TemporaryDirectory() as tmp:
         "{ tovak co -F; } >l\ngrep fendx l"]],
            [(2, "-:1: left as it is: an unterminated quote\n"),
             (2, "-:1: left as it is: inside a command substitution\n"),
-            (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"), (2, "-:1: left as it is: a $ expansion\n"),
+            (0, "-:1: mentions tovak\n"), (0, "-:1: mentions tovak\n"),
+            (2, "-:1: left as it is: after a single quote inside ${...} within double quotes, where quoting cannot be "
+                "followed\n"),
             (0, "-:2: mentions tovak\n"), (2, f"-:1: {translates}\n"), (2, f"-:4: {translates}\n"),
             (2, f"-:1: {reads.format('return code')}\n-:1: {translates} >/x$(: return code)\n"),
             (2, f"-:1: {translates}\n-:1: refused by the library: Please specify the command!\n"),
@@ -647,6 +649,7 @@ with tempfile.TemporaryDirectory() as tmp:
              f"-:1: left as it is: a $'...' quote\n-:3: {ansi}\n"),
             ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
             ("echo $'a\\'; tovak co -F; echo '", f"-:1: {ansi}\n"),  # a call to sh, a mention to bash
+            ("tovak co>`<<tovak", f"-:1: {after('a comment or here-document inside backquotes')}\n"),
             ("echo \"${x:-$'}'}\"; tovak co", f"-:1: {after('a single quote inside ${...} within double quotes')}\n"),
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),

@@ -157,7 +157,10 @@ class Rewriter {
         findInvocations(text_, script, options_.fendix, options_.launcherVariables);
     findReaders(invocations);
     std::vector<bool> invoked(rewrite_.lines.size());
+    std::vector<bool> called(rewrite_.lines.size());  // a call or a Fendix line stands on it
     for (const Invocation& invocation : invocations) {
+      for (std::size_t i = lineOf(invocation.begin); i <= lineOf(invocation.end); ++i)
+        called[i] = true;
       if (invocation.isFendix) continue;
       invoked[lineOf(invocation.begin)] = true;
       judge(invocation);
@@ -165,7 +168,7 @@ class Rewriter {
     for (std::size_t i = 0; i < rewrite_.lines.size(); ++i) {
       const std::string& line = rewrite_.lines[i];
       if (invoked[i] || isToolComment(line) || !mentionsLauncher(line)) continue;
-      if (starts_[i] + line.size() < uncertainFrom_) {
+      if (called[i] || starts_[i] + line.size() < uncertainFrom_) {
         ++rewrite_.mentions;
         rewrite_.findings.push_back({i + 1, "mentions tovak", 0});
         continue;
@@ -283,7 +286,7 @@ class Rewriter {
   }
 
   void judge(const Invocation& invocation) {
-    if (invocation.begin >= uncertainFrom_) {
+    if (invocation.end > uncertainFrom_) {
       return leave(invocation, "after " + uncertainBecause_ + ", where quoting cannot be followed");
     }
     if (!invocation.unknownBecause.empty() && !invocation.valuesVary) {
