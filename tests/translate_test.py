@@ -650,6 +650,8 @@ with tempfile.TemporaryDirectory() as tmp:
             ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
             ("echo $'a\\'; tovak co -F; echo '", f"-:1: {ansi}\n"),  # a call to sh, a mention to bash
             ("tovak co>`<<tovak", f"-:1: {after('a comment or here-document inside backquotes')}\n"),
+            ("((\n  tovak co -F\n) )",
+             f"-:2: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("echo \"${x:-$'}'}\"; tovak co", f"-:1: {after('a single quote inside ${...} within double quotes')}\n"),
             ("((tovak co -F) 2>&1)\n(( n = n << 2 ))\ntovak co -F",
              f"-:1: {translates}\n-:3: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),

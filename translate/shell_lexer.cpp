@@ -22,8 +22,8 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The reserved words after which a command begins.
 bool isReserved(const std::string& word) {
-  for (const char* reserved : {"!", "{", "if", "then", "else", "elif", "while", "until", "do",
-                               "time"}) {
+  for (const char* reserved :
+       {"!", "{", "if", "then", "else", "elif", "while", "until", "do", "time"}) {
     if (word == reserved) return true;
   }
   return false;
@@ -154,9 +154,13 @@ class Lexer {
     if (text_[pos_] == '(' && at(pos_ + 1) == '(') {
       // bash runs an arithmetic command where the inner ( closes just before a ), sh two
       // subshells: the one takes "<<" as a shift, the other as a here-document.
+      // Over lines, where a comment may stand, the two readings cannot even be told apart.
       const std::size_t inner = skipBracketed(pos_ + 1, '(', ')');
-      if (at(inner) == ')') {
+      const bool overLines = text_.substr(pos_, inner - pos_).find('\n') != std::string_view::npos;
+      if (at(inner) == ')' || overLines) {
         noteUncertain(begin, "a (( command, which bash reads as arithmetic and sh as subshells");
+      }
+      if (at(inner) == ')' && !overLines) {
         pos_ = inner + 1;
         Token token{TokenKind::kWord, begin, pos_, "", {}};
         token.word.begin = begin;
