@@ -554,6 +554,10 @@ with tempfile.TemporaryDirectory() as tmp:
               (2, goes.format("$B"))])]:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     os.mkfifo(tmp + "/fifo")  # opened for reading, it would wait for a writer that never comes
+    # Lookaheads at (( and $(( redone at every level of nesting took time exponential in it.
+    parentheses = subprocess.run([TOOL, "--script", "-"], input=b"x=" + b"$(((" * 40 + b"((" * 40,
+                                 capture_output=True, timeout=10)
+    expect("(( nested 40 deep", parentheses.returncode, 0)
     fifo = subprocess.run([TOOL, "--script", tmp + "/fifo"], capture_output=True, timeout=10)
     expect("a FIFO", (fifo.returncode, fifo.stderr.decode()),
            (1, USAGE.format(f"cannot read {tmp}/fifo: not a regular file") + summary(0)))

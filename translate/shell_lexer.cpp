@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <memory>
 
 namespace translate {
 namespace {
@@ -54,6 +55,13 @@ struct HereDocument {
   std::string delimiter;
   bool stripTabs = false;
   bool expands = false;
+};
+
+// The closing ")" of each "(" on one line of a text.
+struct LineParentheses {
+  std::size_t begin = 0;
+  std::size_t end = 0;               // the line is [begin, end); none yet when empty
+  std::vector<std::size_t> closing;  // by offset from begin; npos where it does not close
 };
 
 class Lexer {
@@ -119,6 +127,7 @@ class Lexer {
     Lexer inner(text_);
     inner.nesting_ = nesting_;
     inner.insideSubstitution_ = true;
+    inner.parentheses_ = parentheses_;
     inner.pos_ = start + 2;
     inner.lex();
     if (!inner.pending_.empty())
@@ -155,13 +164,13 @@ class Lexer {
       // bash runs an arithmetic command where the inner ( closes just before a ), sh two
       // subshells: the one takes "<<" as a shift, the other as a here-document.
       // Over lines, where a comment may stand, the two readings cannot even be told apart.
-      const std::size_t inner = skipBracketed(pos_ + 1, '(', ')');
-      const bool overLines = text_.substr(pos_, inner - pos_).find('\n') != std::string_view::npos;
-      if (at(inner) == ')' || overLines) {
+      const std::size_t inner = closingOnLine(pos_ + 1);
+      const bool arithmetic = inner != std::string_view::npos && at(inner + 1) == ')';
+      if (arithmetic || (inner == std::string_view::npos && lineEnd(pos_) < text_.size())) {
         noteUncertain(begin, "a (( command, which bash reads as arithmetic and sh as subshells");
       }
-      if (at(inner) == ')' && !overLines) {
-        pos_ = inner + 1;
+      if (arithmetic) {
+        pos_ = inner + 2;
         Token token{TokenKind::kWord, begin, pos_, "", {}};
         token.word.begin = begin;
         token.word.end = pos_;
@@ -346,9 +355,13 @@ class Lexer {
     }
     const char next = at(start + 1);
     if (next == '(' && at(start + 2) == '(') {
-      const std::size_t inner = skipBracketed(start + 2, '(', ')');
-      if (at(inner) == ')') return inner + 1;
-      // Otherwise bash reads a command substitution that begins with a subshell.
+      // Arithmetic where the inner ( closes just before a ); otherwise bash reads a command
+      // substitution that begins with a subshell. Told by the line's parentheses alone: a
+      // scan over the expansions nested inside would be done again at every level.
+      const std::size_t inner = closingOnLine(start + 2);
+      if (inner == std::string_view::npos || at(inner + 1) == ')') {
+        return skipBracketed(start + 1, '(', ')');
+      }
     }
     if (next == '(') {
       const std::size_t end = skipSubstitution(start);
@@ -363,6 +376,27 @@ class Lexer {
   }
 
   // From an opening bracket to just past its match, over quotes and nested expansions.
+  // Where the "(" at from closes on its own line, counting parentheses alone; npos when it
+  // does not. Each line's pairs are found once for all the lexers of a text, so that a line of
+  // many "((" stays linear.
+  std::size_t closingOnLine(std::size_t from) {
+    LineParentheses& line = *parentheses_;
+    if (from < line.begin || from >= line.end) {
+      line.begin = from == 0 ? 0 : text_.rfind('\n', from - 1) + 1;  // npos + 1 is 0
+      line.end = lineEnd(from);
+      line.closing.assign(line.end - line.begin, std::string_view::npos);
+      std::vector<std::size_t> open;
+      for (std::size_t i = line.begin; i < line.end; ++i) {
+        if (text_[i] == '(') open.push_back(i);
+        if (text_[i] == ')' && !open.empty()) {
+          line.closing[open.back() - line.begin] = i;
+          open.pop_back();
+        }
+      }
+    }
+    return line.closing[from - line.begin];
+  }
+
   std::size_t skipBracketed(std::size_t open, char opening, char closing) {
     int depth = 0;
     std::size_t i = open;
@@ -433,6 +467,7 @@ class Lexer {
   bool insideSubstitution_ = false;
   int nesting_ = 0;              // expansions open around pos_
   bool inDoubleQuotes_ = false;  // the expansion being read is inside double quotes
+  std::shared_ptr<LineParentheses> parentheses_ = std::make_shared<LineParentheses>();
 };
 
 }  // namespace
