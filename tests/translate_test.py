@@ -555,7 +555,7 @@ with tempfile.TemporaryDirectory() as tmp:
         expect(label, check(text, *options)[1], "".join(f"-:{n}: {why}\n" for n, why in wanted))
     os.mkfifo(tmp + "/fifo")  # opened for reading, it would wait for a writer that never comes
     # Lookaheads at (( and $(( redone at every level of nesting took time exponential in it.
-    parentheses = subprocess.run([TOOL, "--script", "-"], input=b"x=" + b"$(((" * 40 + b"((" * 40,
+    parentheses = subprocess.run([TOOL, "--script", "-"], input=b"tovak co\nx=" + b"$(((" * 40 + b"((" * 40,
                                  capture_output=True, timeout=10)
     expect("(( nested 40 deep", parentheses.returncode, 0)
     fifo = subprocess.run([TOOL, "--script", tmp + "/fifo"], capture_output=True, timeout=10)
