@@ -308,6 +308,9 @@ for label, text, wanted in [
         ("the example", ISSUE, f"-:1: legacy syntax, translates to: {BECOMES}\n"),
         ("next to a name byte", 'tovak co -m ${M}x -l "$B"/r', "-:1: legacy syntax, translates to: Fendix update "
          'compare --dir "$B/r" --mt "${M}x" --output /var/log/Zantor_Support/\n'),
+        ("IFS= a call's word, not set", "tovak co - IFS=\ntovak co -l $X", "-:1: legacy syntax, translates to: Fendix "
+         'update compare --output /var/log/Zantor_Support/\n-:2: legacy syntax, translates to: Fendix update compare '
+         '--dir "$X" --output /var/log/Zantor_Support/\n'),
         *[(line, line, f"-:1: {plain_left.format(why)}\n") for line, why in [
             ('tovak co -e "$X"', "an expansion in the value of -e, which the library compares with all"),
             ("tovak co --exclude=$X", "an expansion in the value of -e, which the library compares with all"),

@@ -135,8 +135,7 @@ std::string brokenOver(const std::string& line, const std::vector<std::string>& 
 
 class Rewriter {
  public:
-  Rewriter(std::string_view text, const RewriteOptions& options)
-      : text_(text), options_(options), ifsAssigned_(text.find("IFS=") != std::string_view::npos) {}
+  Rewriter(std::string_view text, const RewriteOptions& options) : text_(text), options_(options) {}
 
   Rewrite run() {
     rewrite_ = asWritten(text_);
@@ -155,6 +154,7 @@ class Rewriter {
     uncertainBecause_ = script.uncertainBecause;
     const std::vector<Invocation> invocations =
         findInvocations(text_, script, options_.fendix, options_.launcherVariables);
+    ifsAssigned_ = setsIfs(invocations);
     findReaders(invocations);
     std::vector<bool> invoked(rewrite_.lines.size());
     std::vector<bool> called(rewrite_.lines.size());  // a call or a Fendix line stands on it
@@ -283,6 +283,17 @@ class Rewriter {
       }
     }
     return "";
+  }
+
+  // Whether IFS= stands anywhere but among a call's words (tovak co - IFS= sets nothing, and
+  // its Fendix line drops the word).
+  bool setsIfs(const std::vector<Invocation>& invocations) const {
+    std::string outside(text_);
+    for (const Invocation& invocation : invocations) {
+      for (const Span& word : invocation.words)
+        outside.replace(word.begin, word.end - word.begin, word.end - word.begin, ' ');
+    }
+    return outside.find("IFS=") != std::string::npos;
   }
 
   void judge(const Invocation& invocation) {
@@ -425,7 +436,7 @@ class Rewriter {
   // Whether the tool's comment lines right above line i already say this.
   std::string_view text_;
   const RewriteOptions& options_;
-  const bool ifsAssigned_;
+  bool ifsAssigned_ = false;
   Rewrite rewrite_;
   std::vector<std::size_t> starts_;
   const std::vector<Token>* tokens_ = nullptr;  // the script's, while run() reads it
