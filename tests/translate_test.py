@@ -318,6 +318,8 @@ for label, text, wanted in [
             ("tovak co -F -$O", "an expansion in an option's name"),
             ("tovak co --$O=1", "an expansion in an option's name"),
             ("IFS=,; tovak co -l $X", "an unquoted expansion in a script that sets IFS"),
+            ("tovak IFS=$x -F", "an expansion in the command word"),
+            ('tovak co -l "$X" $Y  # IFS= in a comment sets nothing', "an expansion that may stand for an option"),
             ('tovak co -l "$(x)"', "a $ expansion"), ('tovak co -l "$@"', "a $ expansion"),
             ("tovak co -l $X*", "a $ expansion"), ("tovak co -l `x`", "a backquote"),
             *((line, "a word holds 'PlainValue', the text the tool asks the library with in place of an "

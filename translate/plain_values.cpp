@@ -34,7 +34,7 @@ std::string placeheld(const Word& word, std::size_t first) {
 }
 
 // Why a word's expansions cannot be taken for plain values where they stand, or empty.
-std::string whyNotPlain(const Word& word, const Word* before, bool ifsAssigned) {
+std::string whyNotPlain(const Word& word, const Word& before, bool ifsAssigned) {
   if (!word.onlyParameters) return word.unknownBecause;
   for (const Parameter& parameter : word.parameters) {
     if (!parameter.quoted && ifsAssigned) return "an unquoted expansion in a script that sets IFS";
@@ -42,11 +42,10 @@ std::string whyNotPlain(const Word& word, const Word* before, bool ifsAssigned) 
     if (word.value[0] == '-' && (equals == std::string::npos || parameter.at <= equals)) {
       return "an expansion in an option's name";
     }
-    const bool afterShortOption = before != nullptr && before->unknownBecause.empty() &&
-                                  before->value.size() == 2 && before->value[0] == '-';
+    const bool afterShortOption =
+        before.unknownBecause.empty() && before.value.size() == 2 && before.value[0] == '-';
     if (parameter.at == 0 && !afterShortOption) return "an expansion that may stand for an option";
-    if ((before != nullptr && (before->value == "-e" && afterShortOption)) ||
-        word.value.rfind("--exclude=", 0) == 0) {
+    if ((before.value == "-e" && afterShortOption) || word.value.rfind("--exclude=", 0) == 0) {
       return "an expansion in the value of -e, which the library compares with all";
     }
   }
@@ -61,7 +60,8 @@ Placeholders withPlaceholders(const std::vector<Word>& arguments, bool ifsAssign
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const Word& word = arguments[i];
     if (!word.parameters.empty() && result.whyNot.empty()) {
-      result.whyNot = whyNotPlain(word, i > 0 ? &arguments[i - 1] : nullptr, ifsAssigned);
+      result.whyNot = i == 0 ? "an expansion in the command word"
+                             : whyNotPlain(word, arguments[i - 1], ifsAssigned);
     }
     if (holdsStem(word) && result.whyNot.empty()) {
       result.whyNot = "a word holds '" + std::string(kStem) +

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <set>
 
 #include "fendix_location.h"
 #include "invocation_finder.h"
@@ -285,15 +286,18 @@ class Rewriter {
     return "";
   }
 
-  // Whether IFS= stands anywhere but among a call's words (tovak co - IFS= sets nothing, and
-  // its Fendix line drops the word).
+  // Whether a word of the script that is not a call's own holds IFS= (tovak co - IFS= sets
+  // nothing, and its Fendix line drops the word; a comment, such as the tool's, sets nothing).
   bool setsIfs(const std::vector<Invocation>& invocations) const {
-    std::string outside(text_);
+    std::set<std::size_t> callWords;
     for (const Invocation& invocation : invocations) {
-      for (const Span& word : invocation.words)
-        outside.replace(word.begin, word.end - word.begin, word.end - word.begin, ' ');
+      for (const Span& word : invocation.words) callWords.insert(word.begin);
     }
-    return outside.find("IFS=") != std::string::npos;
+    return std::any_of(tokens_->begin(), tokens_->end(), [&](const Token& token) {
+      const Word& word = token.word;
+      return callWords.count(word.begin) == 0 &&
+             text_.substr(word.begin, word.end - word.begin).find("IFS=") != std::string::npos;
+    });
   }
 
   void judge(const Invocation& invocation) {
