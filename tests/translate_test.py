@@ -659,6 +659,8 @@ with tempfile.TemporaryDirectory() as tmp:
             ("echo ${x:-$'\\''}\ntovak co -F", f"-:2: {ansi}\n"),
             ("echo $'a\\'; tovak co -F; echo '", f"-:1: {ansi}\n"),  # a call to sh, a mention to bash
             ("tovak co>`<<tovak", f"-:1: {after('a comment or here-document inside backquotes')}\n"),
+            ("echo for ) in tovak\nx tovak co", "-:1: mentions tovak\n-:2: left as it is: tovak is among the words of "
+             "x, a program the tool does not know, which may run it\n"),  # no empty variable taken from the for
             ("((\n  tovak co -F\n) )",
              f"-:2: {after('a (( command, which bash reads as arithmetic and sh as subshells')}\n"),
             ("echo \"${x:-$'}'}\"; tovak co", f"-:1: {after('a single quote inside ${...} within double quotes')}\n"),

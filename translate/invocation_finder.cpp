@@ -516,9 +516,10 @@ std::set<std::string> launcherVariables(std::string_view text, const LexedScript
     if (isAssignment(text, word) && mentionsLauncher(written.substr(equals + 1))) {
       names.emplace(written.substr(0, equals));
     }
-    if (isOneOf(word, {"for"}) && i + 2 < tokens.size() && isOneOf(tokens[i + 2].word, {"in"}) &&
+    if (isOneOf(word, {"for"}) && i + 2 < tokens.size() && tokens[i + 1].kind == TokenKind::kWord &&
+        !tokens[i + 1].word.value.empty() && isOneOf(tokens[i + 2].word, {"in"}) &&
         listNamesLauncher(text, tokens, i + 3)) {
-      names.insert(tokens[i + 1].word.value);
+      names.insert(tokens[i + 1].word.value);  // never "", which every other word would match
     }
   }
   return names;
