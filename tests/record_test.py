@@ -17,8 +17,8 @@ HEAD = re.compile(rb"<13>[A-Z][a-z]\w ( [1-9]|[1-3]\d) \d\d:\d\d:\d\d tovak\[\d+
 
 # What a call in the namespace with the socket at printed and returned, and the fields of its
 # records, whose head must be as syslog wants it.
-def call(command, env={}, at="log"):
-    done = subprocess.run(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", TOP, at, *command],
+def call(command, env={}, at="log", stdin=b""):
+    done = subprocess.run(["unshare", "-rm", "sh", "-c", NAMESPACE, "sh", TOP, at, *command], input=stdin,
                           env={**os.environ, **env}, cwd=WORK, capture_output=True, timeout=30)
     records = []
     while select.select([LOG], [], [], 0)[0]:
@@ -72,12 +72,13 @@ for label, command, env, wanted in (
               rb"\xf5\xe2\x82\xc0\xf0\x8f\xbf\xbf\xf0\x9f\x98\x7f\xf4\x90\x80\x80\xe2\x82"}),
     ("script", [f"{TOP}/bash", "--norc", SCRIPT, "--password=x,y", "a--vq-password=s,t u"], {},
      {"caller": f"{TOP}/bash --norc {SCRIPT} --password=***,y a--vq-password=*** u".encode()}),
+    ("a shell reading its standard input", [f"{TOP}/sh", "-e"], {}, {"caller": f"{TOP}/sh -e".encode()}),
     # sudo as the first process of a pid namespace, whose parent cannot be read: no caller
     ("pid 1", ["unshare", "-pf", "--mount-proc", *CHAIN[:2], TOVAK, "co"], {}, {"uid": b"-1"}),
     ("switched off", [TOVAK, "co"], {"TOVAK_NO_SYSLOG": ""}, None),
     *((word, [TOVAK, word], {}, None) for word in ("--help", "--version")),
 ):
-    records = call(command, env)[1]
+    records = call(command, env, stdin=f"{TOVAK} co\n".encode())[1]
     expect(label, [{k: r.get(k) for k in wanted or ()} for r in records], [wanted][:bool(wanted)])
 
 # Cut at 2,048 bytes after a whole character or escape, at each offset in their cycle.

@@ -625,7 +625,8 @@ with tempfile.TemporaryDirectory() as tmp:
         "tovak co >x; /o/Fendix x; echo return code",
         "tovak co -F | cat || (\n  echo return code\n)", "tovak co -F | (\n  grep -q 'return code'\n)",
         "tovak co -F | while read l; do\n  grep -q 'return code'\ndone", "( tovak co -F ) | grep -q fendx",
-        "while :; do tovak co -F; done >&2 | grep -q fendx",
+        "while :; do tovak co -F; done >&2 | grep -q fendx", "( tovak co -F ) |\n  grep -q fendx",
+        "tovak co -F | (cat)\necho fendx",
         "sh <<E\ntovak co\nE", "cat <<-'E' | ssh h\n\ttovak co\n\tE", "echo 'tovak co' | sh", "bash <<<'tovak co'",
         "sh <<-E\n\tx\n\tE\ntovak", '>"$O" tovak co -F; grep fendx "$O"', "exec >>l 2>&1\ntovak co -F\ngrep fendx l",
         "{ tovak co -F; } >l\ngrep fendx l"]],
@@ -644,6 +645,9 @@ with tempfile.TemporaryDirectory() as tmp:
                   f"-:2: {reads.format('return code')}\n")] * 2,
             *[(2, f"-:1: {reads.format('fendx')}\n-:1: left as it is: its output is piped into a line that reads "
                   "the launcher's own lines\n")] * 2,
+            (2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
+                f"-:2: {reads.format('fendx')}\n"),
+            (2, f"-:1: {translates}\n-:2: {reads.format('fendx')}\n"),
             *[(2, f"-:1: left as it is: tovak is run later by {runner}, from its standard input, which the tool "
                   f"does not rewrite\n{mention}") for runner, mention in [
                 ("sh", "-:2: mentions tovak\n"), ("ssh", "-:2: mentions tovak\n"), ("sh", ""), ("bash", "")]],

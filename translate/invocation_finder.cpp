@@ -182,7 +182,7 @@ std::vector<CompoundOutput> compoundOutputs(std::string_view text,
       }
     }
     if (after < tokens.size() && tokens[after].op == "|") {
-      output.pipelineEnd = pipelineEnd(text, tokens, after + 1);
+      output.pipelineEnd = pipelineEnd(text, tokens, after);  // from the "|", over a line end
     }
     if (output.pipelineEnd != 0 || !output.targets.empty()) outputs.push_back(std::move(output));
   }
