@@ -480,6 +480,10 @@ with tempfile.TemporaryDirectory() as tmp:
         *[(line, "mentions tovak") for line in ["echo tovak co -F", "[ -x /b/tovak ] && [[ -x /b/tovak ]]",
                                                 "1a=3 tovak co"]],
         ("function fw { tovak co -F; }", translates),
+        *[(line, "mentions tovak") for line in ["run 'tovak x ' co", "case x y tovak co", "echo tovak=1"]],
+        ("tmux new 'tovak\nco -F'", "left as it is: tovak is among the words of tmux, a program the tool does not "
+                                     "know, which may run it"),
+        *[(line, None) for line in ["run x co", "sh -c x", "alias tovakx=1"]],
         *[(line, translates) for line in [
             "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac",
             "case a in (x|tovak) :;; a) tovak co -F;; esac",
@@ -627,6 +631,10 @@ with tempfile.TemporaryDirectory() as tmp:
         "tovak co -F | while read l; do\n  grep -q 'return code'\ndone", "( tovak co -F ) | grep -q fendx",
         "while :; do tovak co -F; done >&2 | grep -q fendx", "( tovak co -F ) |\n  grep -q fendx",
         "tovak co -F | (cat)\necho fendx",
+        *(f"{compound} | grep -q fendx" for compound in [
+            "if :; then tovak co -F; fi", "case a in a) tovak co -F;; esac", "for x in a; do tovak co -F; done",
+            "until :; do tovak co -F; done", "select x in a; do tovak co -F; done"]),
+        "exec 2>&1 >>l\ntovak co -F\ngrep fendx l",
         "sh <<E\ntovak co\nE", "cat <<-'E' | ssh h\n\ttovak co\n\tE", "echo 'tovak co' | sh", "bash <<<'tovak co'",
         "sh <<-E\n\tx\n\tE\ntovak", '>"$O" tovak co -F; grep fendx "$O"', "exec >>l 2>&1\ntovak co -F\ngrep fendx l",
         "{ tovak co -F; } >l\ngrep fendx l"]],
@@ -648,6 +656,9 @@ with tempfile.TemporaryDirectory() as tmp:
             (2, "-:1: left as it is: its output is piped into a line that reads the launcher's own lines\n"
                 f"-:2: {reads.format('fendx')}\n"),
             (2, f"-:1: {translates}\n-:2: {reads.format('fendx')}\n"),
+            *[(2, f"-:1: {reads.format('fendx')}\n-:1: left as it is: its output is piped into a line that reads "
+                  "the launcher's own lines\n")] * 5,
+            (2, f"-:2: {goes.format('l')}\n-:3: {reads.format('fendx')}\n"),
             *[(2, f"-:1: left as it is: tovak is run later by {runner}, from its standard input, which the tool "
                   f"does not rewrite\n{mention}") for runner, mention in [
                 ("sh", "-:2: mentions tovak\n"), ("ssh", "-:2: mentions tovak\n"), ("sh", ""), ("bash", "")]],
