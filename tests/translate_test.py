@@ -483,7 +483,7 @@ with tempfile.TemporaryDirectory() as tmp:
         *[(line, "mentions tovak") for line in ["run 'tovak x ' co", "case x y tovak co", "echo tovak=1"]],
         ("tmux new 'tovak\nco -F'", "left as it is: tovak is among the words of tmux, a program the tool does not "
                                      "know, which may run it"),
-        *[(line, None) for line in ["run x co", "sh -c x", "alias tovakx=1"]],
+        *[(line, None) for line in ["run x co", 'sh -c "$y"', "alias tovakx=1", 'run "" co', "run a$T co"]],
         *[(line, translates) for line in [
             "echo $;tovak co -F", "tovak c\0o -F", "case a in a) tovak co -F;; esac",
             "case a in (x|tovak) :;; a) tovak co -F;; esac",
